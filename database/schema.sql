@@ -236,7 +236,7 @@ CREATE TABLE IF NOT EXISTS tbl_counter1 (
     c_datetime     DATETIME      NULL                COMMENT 'when the line was sold',
     c_item         VARCHAR(255)  NOT NULL DEFAULT '' COMMENT 'item name, or Field Number, the field from 1, dd/mm/yyyy and hh:mm',
     c_itemprice    DECIMAL(12,2) NOT NULL DEFAULT 0  COMMENT 'price of one piece or hour',
-    c_itemquantity DECIMAL(12,2) NOT NULL DEFAULT 0  COMMENT 'pieces, or hours with quarters of an hour as decimals',
+    c_itemquantity DOUBLE        NOT NULL DEFAULT 0  COMMENT 'pieces, or hours with quarters as decimals, a DOUBLE so that it prints as 1 or 1.5',
     c_itemtotal    DECIMAL(12,2) NOT NULL DEFAULT 0  COMMENT 'price times quantity',
     c_special      VARCHAR(32)   NOT NULL DEFAULT '' COMMENT 'rate type of a booked hour, empty for items',
     c_receipt      INT           NOT NULL DEFAULT 0  COMMENT 'receipt number, 0 until a receipt is printed, counted at each counter',
