@@ -1,0 +1,7 @@
+#pragma once
+
+#include "app/Station.h"
+
+/// One row in tbl_log: this counter, the staff name, now, and what was done. Neither text is escaped. An error is
+/// shown with code 2 and goes no further.
+void WriteActivityLog(Station &station, const QString &staffName, const QString &action);

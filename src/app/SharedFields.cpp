@@ -1,0 +1,35 @@
+#include "app/SharedFields.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+SharedFields::SharedFields(const AppSettings &settings)
+{
+    for (std::size_t i = 0; i < settings.SharedFields.size() && !settings.SharedFields[i].isEmpty(); ++i) {
+        const QString &entry = settings.SharedFields[i];
+        bool wholeOk = false;
+        bool partOk = false;
+        const Pair pair{entry.section(u'&', 0, 0).trimmed().toInt(&wholeOk),
+                        entry.section(u'&', 1).trimmed().toInt(&partOk)};
+        if (!wholeOk || !partOk || pair.whole < 0 || pair.part < 0)
+            throw SettingError(u"Shared"_s, u"Shared"_s + QString::number(i), entry,
+                               u"two field numbers joined by \"&\", for example 0&1"_s);
+        m_pairs.push_back(pair);
+    }
+}
+
+std::vector<int> SharedFields::partners(int field) const
+{
+    std::vector<int> found;
+    for (const Pair &pair : m_pairs)
+        if (pair.whole == field)
+            found.push_back(pair.part);
+    return found;
+}
+
+int SharedFields::parent(int field) const
+{
+    const auto pair = std::find_if(m_pairs.cbegin(), m_pairs.cend(), [field](Pair p) { return p.part == field; });
+    return pair == m_pairs.cend() ? -1 : pair->whole;
+}

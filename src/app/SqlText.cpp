@@ -1,0 +1,7 @@
+#include "app/SqlText.h"
+
+QString EscapeQuotes(QString &value)
+{
+    value.replace(u'\'', QLatin1String("\\'"));
+    return value;
+}

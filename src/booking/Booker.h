@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+/// Who books, as the booker windows and the clipboards hand it on. Texts as typed, not yet quoted.
+struct Booker
+{
+    QString name;
+    QString organisation;
+    QString telephone;
+    QString rateType = {};
+};

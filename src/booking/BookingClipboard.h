@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/DayRow.h"
+#include "app/Station.h"
+#include "booking/Booker.h"
+
+#include <optional>
+
+/// What this counter holds for pasting: a copied slot or a waiting-list entry that was cut. The booker's details stand
+/// in the database (tbl_booking_clipboard of the counter, tbl_waitlist_clipboard).
+struct BookingClipboard
+{
+    std::optional<SlotKey> copied = {};
+    bool fromWaitingList = false;
+    QString waitingListId = {}; ///< w_id of the entry that was cut
+    Booker shown = {};          ///< what staff see of it
+
+    [[nodiscard]] bool isEmpty() const { return !copied && !fromWaitingList; }
+};
+
+/// mnu_Copy: copies the current slot's booker to the counter's clipboard table, which is locked for the insert.
+/// False when the slot was refused. Throws DbError.
+bool copySlot(Station &station, BookingClipboard &clipboard, const DaySelection &selection);
+
+/// mnu_Cut: takes a waiting-list entry (tbl_waitlist) to tbl_waitlist_clipboard; it stays on the list until it is
+/// booked. An empty id is refused. False when nothing was taken. Throws DbError.
+bool cutWaitingEntry(Station &station, BookingClipboard &clipboard, const QString &id);
+
+/// The booker on the clipboard as the database holds it now; nothing when there is none, or when the row is not the one
+/// that this counter copied or cut: staff are told then. Throws DbError.
+std::optional<Booker> clipboardBooker(Station &station, const BookingClipboard &clipboard);
+
+/// mnu_Paste: verifies the staff member and books the clipboard's booker on every selected row; a row that is refused
+/// shows its message and the others go on. False when nothing was tried. Throws DbError.
+bool pasteSelection(Station &station, BookingClipboard &clipboard, const DaySelection &selection);

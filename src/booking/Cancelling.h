@@ -1,0 +1,36 @@
+#pragma once
+
+#include "app/DayRow.h"
+#include "app/Station.h"
+
+struct CancelRequest
+{
+    QString date; ///< "yyyy-mm-dd" of the business day
+    QString hour; ///< "hh:mm", midnight "24:00"
+    QString booker;
+    int field = 0;
+    QString reason;
+};
+
+enum class CancelOutcome {
+    Cancelled,
+    NoReason,
+    PreviousEntry,
+    ExtraTime,
+    PartiallyShared,
+    SharedBooking,
+    FieldEmpty,
+    PaidItem
+};
+
+/// The refusal's text; empty for Cancelled and NoReason.
+QString refusalText(CancelOutcome outcome);
+
+/// Deletes one booking with the marker rows that it made on shared fields (tbl_booking) and writes their remarks
+/// (tbl_remark). Shows nothing. Throws DbError; what was written stays.
+CancelOutcome doCancel(Station &station, const QString &staff, const CancelRequest &request);
+
+/// btn_Clear: the first selected row that may not be cleared refuses everything; then the staff member is verified and
+/// asked for a reason, and every row is cleared, a refused one with its message. Gives the slots that became free.
+/// Throws DbError.
+std::vector<SlotKey> clearSelection(Station &station, const DaySelection &selection);

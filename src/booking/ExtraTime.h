@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/DayRow.h"
+#include "app/Station.h"
+
+/// Sets the current slot's extra minutes (15, 30 or 45), which run into the following hour (tbl_booking.b_extratime,
+/// tbl_remark). False when it was refused or not verified. Throws DbError.
+bool AddExtraTime(Station &station, const DaySelection &selection, qint16 minutes);
+
+/// mnu_ClearAddition: sets the current slot's extra minutes to 0, before the booked hour has begun. As AddExtraTime.
+bool clearExtraTime(Station &station, const DaySelection &selection);
