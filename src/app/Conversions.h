@@ -11,8 +11,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// Typed text to number: point decimal, commas between digits ignored, sign in front or behind, (8) is -8, a dollar sign,
-// exponent, &HFF and &O17. Throws ConversionError, also for an empty text.
+// Typed text to number: point decimal, commas between digits ignored, sign in front or behind, (8) is -8, a dollar
+// sign, exponent, &HFF and &O17. Throws ConversionError, also for an empty text.
 double toDouble(const QString &text);
 
 // The same, rounded to the nearest whole number (a half goes to the even one), -32768..32767.

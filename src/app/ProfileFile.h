@@ -15,9 +15,9 @@ public:
     // (never half a UTF-8 character); empty when there is none. The value of a UTF-16LE file comes as UTF-8.
     QByteArray value(const QString &section, const QString &key, int size) const;
 
-    // Changes the one line, or adds it, and keeps every other byte. The text goes in as UTF-8, as Windows-1252 where the
-    // file holds bytes that are no UTF-8, as UTF-16 where the file is UTF-16LE. False: nothing was changed.
-    // A file that this creates can be read by its owner only.
+    // Changes the one line, or adds it, and keeps every other byte. The text goes in as UTF-8, as Windows-1252 where
+    // the file holds bytes that are no UTF-8, as UTF-16 where the file is UTF-16LE. False: nothing was changed. A file
+    // that this creates can be read by its owner only.
     bool write(const QString &section, const QString &key, const QString &value) const;
 
 private:

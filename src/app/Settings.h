@@ -40,7 +40,8 @@ struct AppSettings
     qint16 SpecialGroupLimit = 5;
 };
 
-// The file's text, at most 254 bytes. A missing or empty one is the default, which goes into the file unless it is empty.
+// The file's text, at most 254 bytes. A missing or empty one is the default, which goes into the file unless it is
+// empty.
 QString ReadSetting(const QString &section, const QString &key, const QString &defaultValue,
                     const QString &fileName = QStringLiteral("tamsora.ini"));
 
@@ -71,5 +72,6 @@ struct PicturePlacement
 // Throws SettingError when one of the four is no number.
 PicturePlacement readPicturePlacement(const QString &section);
 
-// Left, top, right, bottom of field n's hot spot in the picture's own coordinates; nothing unless there are four numbers.
+// Left, top, right, bottom of field n's hot spot in the picture's own coordinates; nothing unless there are four
+// numbers.
 std::optional<std::array<double, 4>> readHotSpot(const QString &section, int n);
