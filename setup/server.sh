@@ -90,7 +90,7 @@ make_data_folder() {
     rm -rf "$folder/data.new"
     # From inside the folder, because mariadb-install-db stumbles over a blank in a path.
     (cd "$folder" && mariadb-install-db --no-defaults "${server_user[@]}" --datadir=./data.new --skip-test-db \
-        --auth-root-authentication-method=normal --skip-name-resolve) </dev/null >"$log" 2>&1 8>&- 9>&- || {
+        --auth-root-authentication-method=normal --skip-name-resolve) </dev/null >"$log" 2>&1 || {
         cat "$log" >&2
         fail "The server's data folder could not be made."
     }
