@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QColor>
+#include <QIcon>
+
+class QApplication;
+
+/// What every window shares to the eye.
+namespace Look {
+
+/// A state's paper and ink: readable (contrast 4.5 and more) and told apart by the colour-blind. The state is always
+/// written in words as well.
+struct Tone
+{
+    QColor background;
+    QColor text;
+};
+
+inline constexpr QColor paper{247, 244, 236};
+inline constexpr QColor ink{34, 48, 58};
+inline constexpr QColor accent{15, 106, 98};
+
+inline constexpr Tone free{{255, 255, 255}, ink};
+inline constexpr Tone booked{{166, 218, 216}, {10, 52, 56}};
+inline constexpr Tone paid{{23, 102, 95}, {255, 255, 255}};
+inline constexpr Tone shared{{242, 222, 150}, {64, 47, 0}};
+inline constexpr Tone extraTime{{197, 182, 234}, {41, 26, 88}};
+inline constexpr Tone past{{222, 219, 211}, {82, 88, 92}};
+inline constexpr Tone alert{{176, 48, 32}, {255, 255, 255}};
+
+/// Style, palette, font and the least heights of buttons and boxes; to be called once, before the first window.
+/// Buttons on a page whose dynamic property "touch" is true are 44 pixels high.
+void apply(QApplication &application);
+
+/// One of our own drawings, by its bare name.
+QIcon icon(const QString &name);
+
+} // namespace Look

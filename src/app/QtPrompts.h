@@ -1,0 +1,26 @@
+#pragma once
+
+#include "app/Prompts.h"
+
+#include <QMessageBox>
+
+struct Station;
+
+/// Asks in modal windows over the one in use. Message boxes are named frm_Message, the box that asks for a text is
+/// frm_AskText with its line txt_Answer; what they show is plain text, as names in it were typed by people.
+class QtPrompts : public Prompts
+{
+public:
+    /// Whose staff verifyStaff checks; before it is set nobody is verified.
+    void setStation(Station &station) { m_station = &station; }
+
+    void refuse(const QString &text, const QString &title = {}) override;
+    void inform(const QString &text) override;
+    bool confirm(const QString &question, const QString &title) override;
+    QString askText(const QString &question, int maxLength) override;
+    std::optional<Verification> verifyStaff() override;
+    void showError(const QString &message, const QString &description) override;
+
+private:
+    Station *m_station = nullptr;
+};

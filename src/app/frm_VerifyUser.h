@@ -1,0 +1,37 @@
+#pragma once
+
+#include "app/Prompts.h"
+
+#include <QDialog>
+
+#include <memory>
+
+struct Station;
+
+namespace Ui {
+class frm_VerifyUser;
+}
+
+/// Asks a staff member to confirm an operation with login and password. Stays open until they are right or the window is
+/// cancelled; whenever it is shown it starts empty.
+class frm_VerifyUser : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frm_VerifyUser(Station &station, QWidget *parent = nullptr);
+    ~frm_VerifyUser() override;
+
+    /// Who confirmed; nothing when nobody did.
+    [[nodiscard]] const std::optional<Verification> &verification() const { return m_verification; }
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void verify();
+
+    Station &m_station;
+    const std::unique_ptr<Ui::frm_VerifyUser> m_ui;
+    std::optional<Verification> m_verification;
+};
