@@ -1,0 +1,21 @@
+#pragma once
+
+#include "booking/BlockBooking.h"
+
+#include <QDialog>
+
+class QTableView;
+
+/// What became of each hour of a block booking, in one table with its counts above.
+class frm_BlockBookingResult : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// heading says who was booked where.
+    frm_BlockBookingResult(const std::vector<BlockBookingHour> &results, const QString &heading,
+                           QWidget *parent = nullptr);
+
+private:
+    static QTableView *makeTable(const std::vector<BlockBookingHour> &results);
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "booking/Booking.h"
+
+#include <QDialog>
+
+class BookerForm;
+
+/// Asks who books the chosen hours of one field and books them. The staff member is verified already.
+class frm_Booker : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// fieldName is how the centre calls the field. At least one row of the selection is selected.
+    frm_Booker(Station &station, BookingClipboard &clipboard, Verification staff, DaySelection selection,
+               const QString &fieldName, QWidget *parent = nullptr);
+
+private:
+    /// cmd_OK. After a database error the window stays, so that what was typed is not lost.
+    void book();
+
+    Station &m_station;
+    BookingClipboard &m_clipboard;
+    Verification m_staff;
+    DaySelection m_selection;
+    BookerForm *m_form;
+};

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "app/Station.h"
+#include "booking/BookingClipboard.h"
+#include "booking/WaitingList.h"
+
+#include <QDate>
+#include <QWidget>
+
+class QBoxLayout;
+class QCalendarWidget;
+class QLabel;
+class QMenu;
+class QStackedWidget;
+class QStandardItemModel;
+class QTableView;
+
+/// The page of the main window on which one day and field's waiting list is read, added to, deleted from and taken from
+/// for pasting.
+class page_WaitingList : public QWidget
+{
+    Q_OBJECT
+
+public:
+    page_WaitingList(Station &station, BookingClipboard &clipboard, QWidget *parent = nullptr);
+
+    /// Puts LayoutPlan3 into its place; its clicks belong to selectField().
+    void setPlan(QWidget *plan);
+
+    /// "yyyy-mm-dd"
+    [[nodiscard]] QString day() const { return m_day; }
+    [[nodiscard]] int field() const { return m_field; }
+    /// Shows another day without reading its list yet.
+    void setDay(QDate day);
+
+public slots:
+    /// Shows the list of this field; a number without a field changes nothing.
+    void selectField(int field);
+    /// Reads the list of the day and field anew (tbl_waitlist); the entry that was selected stays so.
+    void RefreshWaitList();
+    void refresh() { RefreshWaitList(); }
+
+signals:
+    /// Another entry is on the clipboard.
+    void clipboardChanged();
+    /// An entry was taken and can be pasted on the grid.
+    void entryCut();
+
+private:
+    QWidget *makeDayAndPlan();
+    QWidget *makeList();
+    QWidget *makeButtons();
+    void makeMenu();
+    void takeDay(QDate day);
+    void showHeading();
+    void showEntries(const std::vector<WaitingEntry> &entries);
+    void showMenu(QPoint position);
+    [[nodiscard]] QString selectedId() const;
+    void addEntry();
+    void clearEntry();
+    void cutEntry();
+
+    Station &m_station;
+    BookingClipboard &m_clipboard;
+    QString m_day;
+    int m_field = 0;
+    bool m_reading = false;
+    bool m_dayTaken = false; ///< the click that is coming belongs to a day that was taken already
+    QCalendarWidget *m_calendar = nullptr;
+    QBoxLayout *m_planPlace = nullptr;
+    QLabel *m_heading = nullptr;
+    QLabel *m_empty = nullptr;
+    QStackedWidget *m_listOrEmpty = nullptr;
+    QTableView *m_list = nullptr;
+    QStandardItemModel *m_model = nullptr;
+    QMenu *m_menu = nullptr;
+};
