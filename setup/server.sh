@@ -88,9 +88,10 @@ start_server() {
 make_data_folder() {
     local folder=$1 log="$1/server.log"
     rm -rf "$folder/data.new"
-    # From inside the folder, because mariadb-install-db stumbles over a blank in a path.
+    # From inside the folder, because mariadb-install-db stumbles over a blank in a path. With --force it also works on
+    # a machine whose own name cannot be looked up.
     (cd "$folder" && mariadb-install-db --no-defaults "${server_user[@]}" --datadir=./data.new --skip-test-db \
-        --auth-root-authentication-method=normal --skip-name-resolve) </dev/null >"$log" 2>&1 || {
+        --auth-root-authentication-method=normal --force) </dev/null >"$log" 2>&1 || {
         cat "$log" >&2
         fail "The server's data folder could not be made."
     }
