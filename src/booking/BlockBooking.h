@@ -12,10 +12,11 @@ struct BlockBookingHour
     BookingOutcome outcome = BookingOutcome::Booked;
 };
 
-/// Books the clipboard's booker on the selected hours of one day and adds what became of them to the results. False
-/// when the clipboard has no booker. Throws DbError; the results tell how far it came.
-bool Block_Booking(Station &station, BookingClipboard &clipboard, const QString &staff, const QString &date,
-                   const DaySelection &selection, std::vector<BlockBookingHour> &results);
+/// Books the clipboard's booker on the selected hours of one day and adds what became of them to the results. The
+/// source is the one that the block began with: its first booking may take the entry off the waiting list. False when
+/// the clipboard has no booker. Throws DbError; the results tell how far it came.
+bool Block_Booking(Station &station, BookingClipboard &clipboard, ClipboardSource source, const QString &staff,
+                   const QString &date, const DaySelection &selection, std::vector<BlockBookingHour> &results);
 
 /// mnu_BlockBook1, mnu_BlockBook2: verifies the staff member once and books the displayed day and the same weekday of
 /// the following weeks, `weeks` in all. Progress is told after each week; results as Block_Booking.

@@ -5,15 +5,20 @@
 
 #include <vector>
 
-/// One row of tbl_waitlist as the list shows it.
+/// One row of tbl_waitlist: who wants which hour.
 struct WaitingEntry
 {
     QString id;
-    QString name;
-    QString telephone;
+    Booker booker;
     QString dateTimeText; ///< the wanted slot, "yyyy-mm-dd hh:mm:ss", midnight as 24
     int field = 0;
+    QString staffName; ///< who took the entry
+
+    bool operator==(const WaitingEntry &) const = default;
 };
+
+/// An entry as a row of tbl_waitlist or tbl_waitlist_clipboard holds it.
+WaitingEntry waitingEntryOf(const DbRows &row);
 
 /// Everybody who waits for an hour of this day and field, in the order of the database. Throws DbError.
 std::vector<WaitingEntry> readWaitingList(Database &database, const QString &day, int field);

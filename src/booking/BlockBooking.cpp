@@ -1,0 +1,38 @@
+#include "booking/BlockBooking.h"
+
+#include "app/Formats.h"
+
+using namespace Qt::StringLiterals;
+
+bool Block_Booking(Station &station, BookingClipboard &clipboard, ClipboardSource source, const QString &staff,
+                   const QString &date, const DaySelection &selection, std::vector<BlockBookingHour> &results)
+{
+    const auto booker = clipboardBooker(station, clipboard, source);
+    if (!booker)
+        return false;
+    for (const int index : selection.selected) {
+        const QString hour = selection.row(index).hourText();
+        const BookingOutcome outcome =
+            doBooking(station, clipboard, staff,
+                      {date, hour, booker->telephone, booker->organisation, booker->name, selection.field,
+                       booker->rateType, clipboard.fromWaitingList && source == ClipboardSource::WaitingList});
+        results.push_back({date, hour, outcome});
+    }
+    return true;
+}
+
+void bookBlock(Station &station, BookingClipboard &clipboard, const DaySelection &selection, int weeks,
+               const std::function<void(int week)> &progress, std::vector<BlockBookingHour> &results)
+{
+    constexpr int daysOfWeek = 7;
+    const auto verification = station.prompts.verifyStaff();
+    if (!verification)
+        return;
+    const ClipboardSource source = clipboard.source();
+    QDate date = QDate::fromString(selection.day, Qt::ISODate);
+    for (int week = 1; week <= weeks; ++week, date = date.addDays(daysOfWeek)) {
+        if (!Block_Booking(station, clipboard, source, verification->staffName, sqlDate(date), selection, results))
+            return;
+        progress(week);
+    }
+}

@@ -1,0 +1,50 @@
+#include "booking/Customers.h"
+
+#include "app/RateType.h"
+#include "app/SqlText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Register
+{
+    QString table;
+    const char *name;
+    const char *organisation;
+    const char *telephone;
+    QString numberColumn;
+    QString rateType;
+};
+
+std::optional<Booker> find(Database &database, const Register &customers, QString number)
+{
+    if (number.size() < shortestCustomerNumber)
+        return std::nullopt;
+    DbConnection connection(database);
+    DbRows rows = connection.query(u"SELECT * FROM "_s + customers.table + u" WHERE "_s + customers.numberColumn +
+                                   u"='"_s + EscapeQuotes(number) + u"'"_s);
+    std::optional<Booker> found;
+    while (rows.next())
+        found = Booker{rows.text(customers.name), rows.text(customers.organisation), rows.text(customers.telephone),
+                       customers.rateType};
+    return found;
+}
+
+} // namespace
+
+std::optional<Booker> findMember(Database &database, const QString &number)
+{
+    return find(database, {u"tbl_member"_s, "m_name", "m_org", "m_tel", u"m_idno"_s, RateType::member}, number);
+}
+
+std::optional<Booker> findStudent(Database &database, const QString &number)
+{
+    return find(database, {u"tbl_student"_s, "st_name", "st_org", "st_tel", u"st_idno"_s, RateType::student}, number);
+}
+
+std::optional<Booker> findGroupMember(Database &database, int group, const QString &number)
+{
+    const QString table = u"tbl_specialgroup"_s + QString::number(group);
+    return find(database, {table, "m_name", "m_org", "m_tel", u"m_idno"_s, RateType::specialGroup(1)}, number);
+}
