@@ -32,3 +32,27 @@ one_at_a_time() {
         "$@"
     ) 6>"$lock"
 }
+
+# Runs a command on which a signal to this script does not have to wait.
+attend() {
+    local status=0
+    "$@" &
+    attended=$!
+    wait "$attended" || status=$?
+    attended=''
+    return "$status"
+}
+
+# From here on the script ends on a signal, and the given command cleans up in any case, after what it attends to has ended.
+clean_up_with() {
+    clean_up=("$@")
+    trap 'end_attended; "${clean_up[@]}"' EXIT
+    trap 'exit 130' INT TERM HUP
+}
+
+end_attended() {
+    if [[ -n ${attended:-} ]]; then
+        kill "$attended" 2>/dev/null || true
+        wait "$attended" || true
+    fi
+}

@@ -5,7 +5,7 @@ start_display() {
     local log="$project/build/display.log" display
     mkdir -p "$project/build"
     exec 5< <(exec setpriv --pdeathsig TERM Xvfb -displayfd 1 -screen 0 "$1x24" -dpi 96 -nolisten tcp -noreset \
-        </dev/null 2>"$log" 8>&- 9>&-)
+        </dev/null 2>"$log" 7>&- 8>&- 9>&-)
     display_process=$!
     read -r -t 30 -u 5 display || {
         cat "$log" >&2

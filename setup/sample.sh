@@ -75,7 +75,10 @@ take_counter() {
             return
         fi
     done
-    fail "${wanted:+Counter $wanted}${wanted:-All counters} of the sample centre is open already."
+    if [[ -n $wanted ]]; then
+        fail "Counter $wanted of the sample centre is open already."
+    fi
+    fail "All $counters counters of the sample centre are open already."
 }
 
 sample_counters() {

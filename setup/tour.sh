@@ -5,8 +5,7 @@ readonly tour_out="$project/out/tour"
 run_tour() {
     tour_folder=$(mktemp -d "${TMPDIR:-/tmp}/tamsora-tour-XXXXXX")
     touch "$tour_folder/temporary"
-    trap 'leave_server "$tour_folder"' EXIT
-    trap 'exit 130' INT TERM HUP
+    clean_up_with leave_server "$tour_folder"
     rm -rf "$tour_out"
     say "Starting a server for the tour …"
     # Nothing here has to survive a power cut.
@@ -25,6 +24,6 @@ tour_pass() {
     start_display "$size"
     take_counter "$tour_folder" 1
     XDG_CONFIG_HOME="$counter_folder" QT_SCALE_FACTOR="$scale" \
-        timeout 300 "$project/build/release/bin/tamsora_tour" --out "$out" || fail "The tour failed."
+        attend timeout 300 "$project/build/release/bin/tamsora_tour" --out "$out" || fail "The tour failed."
     stop_display
 }
