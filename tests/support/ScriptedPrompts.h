@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/Prompts.h"
+
+#include <QStringList>
+
+/// The person at the counter, as a script of what the program must ask, in order, one line each:
+///     refuse: You cannot book previous entry        refuse: Invalid Password [Error]
+///     inform: You cannot delete paid item
+///     verify -> anna staff                          verify -> boss admin      verify -> nobody
+///     ask: Enter reason … -> rain                   ask: Enter reason … ->
+///     confirm: Confirm delete? [Important] -> yes
+///     error: Error while accessing database
+/// What stands after "->" is the answer. A question that is not the next line, and a line that was never asked, fail
+/// the test.
+class ScriptedPrompts : public Prompts
+{
+public:
+    explicit ScriptedPrompts(QStringList script = {});
+    ~ScriptedPrompts() override;
+
+    void expect(const QStringList &lines) { m_script += lines; }
+    /// The description in the error window shown last.
+    [[nodiscard]] QString errorDescription() const { return m_errorDescription; }
+
+    void refuse(const QString &text, const QString &title = {}) override;
+    void inform(const QString &text) override;
+    bool confirm(const QString &question, const QString &title) override;
+    QString askText(const QString &question, int maxLength) override;
+    std::optional<Verification> verifyStaff() override;
+    void showError(const QString &message, const QString &description) override;
+
+private:
+    QString answerTo(const QString &question);
+
+    QStringList m_script;
+    QString m_errorDescription;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "app/DayRow.h"
+#include "app/Station.h"
+#include "support/PrivateServer.h"
+
+#include <QStringList>
+
+/// A counter of the tests' centre: nine fields, open from 8 to 2, two full pitches 0 and 3 whose halves are 1 and 2,
+/// and 4 and 5. Its clock stands still at 14:59:59 on 14 November 2026, a Saturday, until it is set.
+struct TestStation : Station
+{
+    TestStation(const PrivateServer &server, Prompts &stationPrompts, int counter = 1);
+
+    /// "yyyy-mm-dd hh:mm:ss"; sets the clock that the main window shows, too.
+    void setNow(const QString &moment);
+
+private:
+    QDateTime m_now;
+};
+
+AppSettings testSettings(const QString &connectionString, int counter = 1);
+
+/// A day drawn as lines of text, with every hour that has no line free:
+///     "09:00 Team A"    "10:00 Team A paid 50.00"    "11:00 +30"    "12:00 Team B tel 555"
+/// "+30" is the extra time of the hour before. A ">" before the hour selects the row; the first one selected is the
+/// current one.
+DaySelection drawnDay(const QString &day, int field, const QStringList &lines);
