@@ -3,6 +3,8 @@
 #include <QByteArray>
 
 #include <cmath>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -70,7 +72,8 @@ public:
         takeDress(true);
         if (m_at != m_text.size() || m_dress.open != m_dress.close)
             mismatch();
-        const double size = m_plain.toDouble();
+        // Not QByteArray::toDouble, for which 1e400 is 0.
+        const double size = QString::fromLatin1(m_plain).toDouble();
         if (std::isinf(size))
             throw ConversionError("Overflow");
         return m_dress.minus || m_dress.open ? -size : size;

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr qint64 mostBytes = 16 * 1024 * 1024;
+constexpr qint64 mostBytes = 16LL * 1024 * 1024;
 
 // Windows-1252 where it differs from Latin-1: 0x80..0x9F.
 constexpr std::array<char16_t, 32> upperControls{0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
