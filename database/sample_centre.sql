@@ -190,7 +190,7 @@ CREATE TEMPORARY TABLE booker (
     name      VARCHAR(255) CHARACTER SET utf8mb4 COLLATE utf8mb4_bin NOT NULL,
     org       VARCHAR(255) CHARACTER SET utf8mb4 COLLATE utf8mb4_bin NOT NULL,
     tel       VARCHAR(64)  CHARACTER SET utf8mb4 COLLATE utf8mb4_bin NOT NULL,
-    rate_type VARCHAR(32)  NOT NULL DEFAULT '',
+    rate_type VARCHAR(32)  CHARACTER SET utf8mb4 COLLATE utf8mb4_bin NOT NULL DEFAULT '',
     turn      INT NULL COMMENT 'place in the rota, from 0',
     spare     INT NULL COMMENT 'place in the rota of those who do not stand in the list of today, from 0',
     UNIQUE KEY (name)
