@@ -20,6 +20,8 @@ open_sample() {
         load_sample "$folder"
     elif [[ $(<"$folder/loaded") != "$(sample_version)" ]]; then
         say "This sample centre was made by another version of Tamsora; ./run --reset makes it anew."
+    elif [[ -n $(find "$folder/loaded" -mtime +7) ]]; then
+        say "This sample centre's bookings grow old; ./run --reset makes new ones from today on."
     fi
     end_setup
 }
