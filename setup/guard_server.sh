@@ -1,6 +1,5 @@
 # Waits until no copy uses the server of FOLDER, stops it and ends (FOLDER). One guard stands at a server.
 
-# shellcheck source=setup/server.sh
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 source "$project/setup/server.sh"
 

@@ -37,6 +37,9 @@ install_missing() {
     if ((${#missing[@]} == 0)); then
         return
     fi
+    if ((EUID != 0)) && ! command -v sudo >/dev/null; then
+        fail "Packages are missing. As root: apt-get install --no-install-recommends ${missing[*]}"
+    fi
     say "Installing ${missing[*]} …"
     apt_get update
     apt_get install --yes --no-install-recommends "${missing[@]}"
@@ -46,7 +49,6 @@ install_missing() {
 apt_get() {
     local as_root=() log="$project/build/packages.log"
     if ((EUID != 0)); then
-        command -v sudo >/dev/null || fail "Not root and no sudo here. As root: apt-get install --no-install-recommends $*"
         as_root=(sudo)
     fi
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get --quiet \
