@@ -16,7 +16,7 @@ struct Tone
     QColor text;
 };
 
-inline constexpr QColor paper{247, 244, 236};
+inline constexpr QColor paper{251, 248, 241};
 inline constexpr QColor ink{34, 48, 58};
 inline constexpr QColor accent{15, 106, 98};
 

@@ -2,8 +2,6 @@
 
 #include "app/Prompts.h"
 
-#include <QMessageBox>
-
 struct Station;
 
 /// Asks in modal windows over the one in use. Message boxes are named frm_Message, the box that asks for a text is

@@ -23,6 +23,9 @@ public:
     /// True when the texts are an administrator's; otherwise says that they are not. Throws DbError.
     bool GetAdminPass();
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     Station &m_station;
     const std::unique_ptr<Ui::frm_AdminPass> m_ui;

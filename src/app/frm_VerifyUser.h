@@ -12,8 +12,8 @@ namespace Ui {
 class frm_VerifyUser;
 }
 
-/// Asks a staff member to confirm an operation with login and password. Stays open until they are right or the window is
-/// cancelled; whenever it is shown it starts empty.
+/// Asks a staff member to confirm an operation with login and password. Stays open until they are right or the window
+/// is cancelled; whenever it is shown it starts empty.
 class frm_VerifyUser : public QDialog
 {
     Q_OBJECT
@@ -26,6 +26,7 @@ public:
     [[nodiscard]] const std::optional<Verification> &verification() const { return m_verification; }
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:
