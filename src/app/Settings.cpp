@@ -10,6 +10,7 @@
 #include <limits>
 
 #ifdef Q_OS_WIN
+#define NOMINMAX
 #include <windows.h>
 #endif
 
