@@ -67,10 +67,11 @@ QString templateFolder()
     lock.lock();
     if (!QDir(folder).exists()) {
         QDir(folder + u".new"_s).removeRecursively();
-        // From inside the folder, because the script stumbles over a blank in a path.
+        // From inside the folder, because the script stumbles over a blank in a path. With --force a machine whose own
+        // name cannot be looked up will do.
         run(u"mariadb-install-db"_s,
             QStringList{u"--no-defaults"_s, u"--datadir=./"_s + QDir(folder).dirName() + u".new"_s, u"--skip-test-db"_s,
-                        u"--auth-root-authentication-method=normal"_s, u"--skip-name-resolve"_s,
+                        u"--auth-root-authentication-method=normal"_s, u"--force"_s,
                         u"--innodb-log-file-size=4M"_s, u"--innodb-undo-tablespaces=0"_s} +
                 accountOption(),
             templates.path());
