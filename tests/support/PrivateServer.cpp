@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLockFile>
+#include <QStorageInfo>
 #include <QThread>
 
 #include <mysql.h>
@@ -20,8 +21,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Unix socket paths end at 107 bytes, so the folder does not stand below the build folder.
-constexpr auto folderPrefix = "/tmp/tamsora-test-";
+// In memory where there is room, because making tables waits for the disk many times. Not below the build folder: unix
+// socket paths end at 107 bytes.
+QString folderOfServers()
+{
+    constexpr qint64 room = qint64(512) << 20U;
+    return QStorageInfo(u"/dev/shm"_s).bytesAvailable() > room ? u"/dev/shm"_s : u"/tmp"_s;
+}
 
 // Small files and no waiting for the disk: a server is made for one test program and thrown away.
 const QStringList serverSettings{u"--no-defaults"_s,
@@ -71,8 +77,8 @@ QString templateFolder()
         // name cannot be looked up will do.
         run(u"mariadb-install-db"_s,
             QStringList{u"--no-defaults"_s, u"--datadir=./"_s + QDir(folder).dirName() + u".new"_s, u"--skip-test-db"_s,
-                        u"--auth-root-authentication-method=normal"_s, u"--force"_s,
-                        u"--innodb-log-file-size=4M"_s, u"--innodb-undo-tablespaces=0"_s} +
+                        u"--auth-root-authentication-method=normal"_s, u"--force"_s, u"--innodb-log-file-size=4M"_s,
+                        u"--innodb-undo-tablespaces=0"_s} +
                 accountOption(),
             templates.path());
         templates.rename(folder + u".new"_s, folder);
@@ -83,11 +89,11 @@ QString templateFolder()
 // A crashed test program leaves its folder behind; the next one takes it away.
 void removeLeftFolders()
 {
-    const QDir tmp(u"/tmp"_s);
-    const auto names = tmp.entryList({u"tamsora-test-*"_s}, QDir::Dirs);
+    const QDir servers(folderOfServers());
+    const auto names = servers.entryList({u"tamsora-test-*"_s}, QDir::Dirs);
     for (const QString &name : names)
         if (!QDir(u"/proc/"_s + name.section(u'-', 2, 2)).exists())
-            QDir(tmp.filePath(name)).removeRecursively();
+            QDir(servers.filePath(name)).removeRecursively();
 }
 
 using Connection = std::unique_ptr<MYSQL, decltype(&mysql_close)>;
@@ -129,7 +135,8 @@ bool answers(const QString &socket)
 } // namespace
 
 PrivateServer::PrivateServer()
-    : m_folder(QLatin1String(folderPrefix) + QString::number(QCoreApplication::applicationPid()) + u"-XXXXXX"_s)
+    : m_folder(folderOfServers() + u"/tamsora-test-"_s + QString::number(QCoreApplication::applicationPid()) +
+               u"-XXXXXX"_s)
 {
     removeLeftFolders();
     run(u"cp"_s, {u"-r"_s, u"--sparse=always"_s, templateFolder(), m_folder.filePath(u"data"_s)});
