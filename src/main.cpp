@@ -1,10 +1,9 @@
 #include "Program.h"
-
-#include <QApplication>
+#include "app/Application.h"
 
 int main(int argc, char **argv)
 {
     Application application(argc, argv);
     Program program;
-    return program.start() ? application.exec() : 1;
+    return program.start() ? Application::exec() : 1;
 }

@@ -1,0 +1,57 @@
+#include "Program.h"
+
+#include "app/Application.h"
+#include "app/CounterTables.h"
+#include "app/Errors.h"
+#include "app/frm_Login.h"
+#include "schedule/frm_Main.h"
+
+#include <QScreen>
+
+namespace {
+
+constexpr QSize largestUsefulSize{1920, 1080};
+
+} // namespace
+
+Program::Program(std::function<QDateTime()> clock) : m_clock(std::move(clock))
+{
+    if (auto *application = qobject_cast<Application *>(QApplication::instance()))
+        application->setPrompts(&m_prompts);
+}
+
+Program::~Program()
+{
+    if (auto *application = qobject_cast<Application *>(QApplication::instance()))
+        application->setPrompts(nullptr);
+}
+
+bool Program::start()
+{
+    return guarded(m_prompts, ErrorCode::LoadingForm, [this] {
+        AppSettings settings = loadStartupValues();
+        LoadSettings(settings);
+        m_station = std::make_unique<Station>(settings, m_prompts, m_clock);
+        m_prompts.setStation(*m_station);
+        CreateCounterTables(m_station->database, m_prompts, m_station->settings.CounterCount);
+        m_login = std::make_unique<frm_Login>(*m_station);
+        // Queued, so that the login window's own handler has ended when the window goes.
+        QObject::connect(
+            m_login.get(), &frm_Login::loggedIn, m_login.get(), [this] { openMainWindow(); }, Qt::QueuedConnection);
+        m_login->show();
+    });
+}
+
+void Program::openMainWindow()
+{
+    guarded(m_prompts, ErrorCode::LoadingForm, [this] {
+        m_main = std::make_unique<frm_Main>(*m_station);
+        const QRect available = m_main->screen()->availableGeometry();
+        m_main->resize(available.size().boundedTo(largestUsefulSize));
+        m_main->move(available.topLeft());
+        m_main->show();
+        m_main->load();
+        m_login->close();
+        m_login.release()->deleteLater();
+    });
+}

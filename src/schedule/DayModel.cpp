@@ -1,0 +1,82 @@
+#include "schedule/DayModel.h"
+
+using namespace Qt::StringLiterals;
+
+void DayModel::build(WorkingHours hours)
+{
+    beginResetModel();
+    m_rows = emptyDay(hours);
+    m_past.assign(m_rows.size(), false);
+    m_presentRow = -1;
+    endResetModel();
+}
+
+void DayModel::show(std::vector<DayRow> rows, const std::vector<bool> &past, int presentRow)
+{
+    Q_ASSERT(rows.size() == m_rows.size() && past.size() == rows.size());
+    m_rows = std::move(rows);
+    m_past = past;
+    m_presentRow = presentRow;
+    Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+}
+
+int DayModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(m_rows.size());
+}
+
+int DayModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(ColumnCount);
+}
+
+QString DayModel::text(const DayRow &row, int column) const
+{
+    switch (column) {
+    case HourRange:
+        return row.hourRange;
+    case TwelveHour:
+        return row.twelveHour;
+    case BookerName:
+        return row.booker;
+    case Telephone:
+        return row.telephone;
+    default:
+        return row.paid;
+    }
+}
+
+DayModel::Mark DayModel::markOf(int row) const
+{
+    if (m_presentRow < 0 || row > m_presentRow || row < m_presentRow - 1)
+        return NoMark;
+    return row == m_presentRow ? PresentHour : HourBefore;
+}
+
+QVariant DayModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid())
+        return {};
+    const auto row = std::size_t(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::AccessibleTextRole:
+        return text(m_rows[row], index.column());
+    case StateRole:
+        return int(stateOf(m_rows[row], m_past[row]));
+    case PastRole:
+        return bool(m_past[row]);
+    case MarkRole:
+        return int(index.column() == TwelveHour ? markOf(index.row()) : NoMark);
+    default:
+        return {};
+    }
+}
+
+QVariant DayModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    static const QStringList titles{u"Hour"_s, u"Time"_s, u"Booker"_s, u"Telephone"_s, u"Paid"_s};
+    return titles.value(section);
+}

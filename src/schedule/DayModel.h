@@ -1,0 +1,42 @@
+#pragma once
+
+#include "schedule/DaySchedule.h"
+
+#include <QAbstractTableModel>
+
+/// The rows of one business day under the grid: hour range, twelve-hour label, booker, telephone, paid state.
+class DayModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { HourRange, TwelveHour, BookerName, Telephone, Paid, ColumnCount };
+    enum Role {
+        StateRole = Qt::UserRole, ///< RowState as int
+        PastRole,                 ///< true when the hour is over
+        MarkRole                  ///< Mark as int, in the column TwelveHour
+    };
+    enum Mark { NoMark, PresentHour, HourBefore };
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    /// Empties the model and builds the rows of a day without bookings.
+    void build(WorkingHours hours);
+    /// Shows another state of the day; the number of rows stays, and with it what is selected.
+    void show(std::vector<DayRow> rows, const std::vector<bool> &past, int presentRow);
+
+    [[nodiscard]] const std::vector<DayRow> &rows() const { return m_rows; }
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    [[nodiscard]] QString text(const DayRow &row, int column) const;
+    [[nodiscard]] Mark markOf(int row) const;
+
+    std::vector<DayRow> m_rows;
+    std::vector<bool> m_past;
+    int m_presentRow = -1;
+};

@@ -1,0 +1,108 @@
+#include "schedule/DaySchedule.h"
+
+#include "app/Formats.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int minutesOfQuarter = 15;
+constexpr int midnight = 24;
+constexpr char16_t codeBeforeQuarter = 187; // 188, 189 and 190 are one quarter, one half and three quarters
+
+QString extraTimeText(int minutes)
+{
+    const auto quarters = static_cast<char16_t>(std::lround(double(minutes) / minutesOfQuarter));
+    return BookerMark::extraTime + u" + "_s + QChar(static_cast<char16_t>(codeBeforeQuarter + quarters)) + u" hour "_s;
+}
+
+QString paidText(double amount)
+{
+    return amount > 0 ? u"Paid "_s + formatNumber(amount, u"##,##0.00"_s) : QString();
+}
+
+int storedHourOf(const DbRows &booking)
+{
+    constexpr qsizetype hourPosition = 11;
+    return booking.text("b_datetime").mid(hourPosition, 2).toInt();
+}
+
+QString hourCondition(const QString &day, int hour)
+{
+    return u" from tbl_booking where b_datetime=\""_s + day + u' ' + formatTwoDigits(hour) +
+           u":00:00\" ORDER BY b_field ASC;"_s;
+}
+
+QString playersOf(DbRows rows)
+{
+    QString lines;
+    while (rows.next())
+        lines += rows.text("b_field") + u" - "_s + rows.text("b_bookername") + u"\r\n"_s;
+    return lines;
+}
+
+} // namespace
+
+std::vector<DayRow> emptyDay(WorkingHours hours)
+{
+    std::vector<DayRow> rows;
+    for (const int hour : hoursOfDay(hours))
+        rows.push_back({hour, hourRangeText(hour), twelveHourText(hour)});
+    return rows;
+}
+
+DaySchedule readDay(Database &database, const QString &day, int field, WorkingHours hours, const QDateTime &now)
+{
+    DaySchedule schedule{emptyDay(hours), {}, {}, {}};
+    auto &rows = schedule.rows;
+    std::vector<int> extraMinutes(rows.size() + 1, 0);
+    DbConnection connection(database);
+    DbRows bookings =
+        connection.query(u"SELECT b_datetime, b_bookername,b_bookertel,b_paid,b_extratime from tbl_booking where "
+                         u"b_datetime LIKE '%"_s +
+                         day + u"%' AND b_field="_s + QString::number(field) + u";"_s);
+    while (bookings.next()) {
+        const int hour = storedHourOf(bookings);
+        const auto row = std::find_if(rows.begin(), rows.end(), [hour](const DayRow &r) { return r.hour == hour; });
+        if (row == rows.end())
+            continue;
+        row->booker = bookings.text("b_bookername");
+        row->telephone = bookings.text("b_bookertel");
+        row->paid = paidText(bookings.amount("b_paid"));
+        extraMinutes[std::size_t(row - rows.begin()) + 1] = bookings.number("b_extratime");
+    }
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (extraMinutes[i] > 0 && rows[i].isFree())
+            rows[i].booker = extraTimeText(extraMinutes[i]);
+
+    const auto playersAt = [&](int clockHour) {
+        const int hour = (clockHour + midnight) % midnight;
+        return playersOf(connection.query(u"SELECT b_bookername, b_field"_s +
+                                          hourCondition(day, hour == 0 ? midnight : hour)));
+    };
+    const int presentHour = now.time().hour();
+    schedule.currentPlayers = playersAt(presentHour);
+    schedule.previousPlayers = playersAt(presentHour - 1);
+    schedule.nextPlayers = playersAt(presentHour + 1);
+    return schedule;
+}
+
+QString RefreshList(Database &database, const QString &day, int hour)
+{
+    DbConnection connection(database);
+    return playersOf(connection.query(u"SELECT *"_s + hourCondition(day, hour)));
+}
+
+RowState stateOf(const DayRow &row, bool isPast)
+{
+    if (row.isFree())
+        return isPast ? RowState::Past : RowState::Free;
+    if (row.isExtraTime())
+        return RowState::ExtraTime;
+    if (row.isSharedBooking() || row.isPartiallyShared())
+        return RowState::Shared;
+    return row.isPaid() ? RowState::Paid : RowState::Booked;
+}

@@ -1,0 +1,219 @@
+#include "schedule/DayView.h"
+
+#include "app/Look.h"
+#include "schedule/DayModel.h"
+
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+#include <QToolTip>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int smallestRowHeight = 22;
+constexpr int cellMargin = 8;
+constexpr QColor presentHourColour{0, 192, 0};
+constexpr QColor hourBeforeColour{255, 0, 0};
+
+Look::Tone toneOf(RowState state)
+{
+    switch (state) {
+    case RowState::Booked:
+        return Look::booked;
+    case RowState::Paid:
+        return Look::paid;
+    case RowState::Shared:
+        return Look::shared;
+    case RowState::ExtraTime:
+        return Look::extraTime;
+    case RowState::Past:
+        return Look::past;
+    case RowState::Free:
+        break;
+    }
+    return Look::free;
+}
+
+/// Paints a cell in its row's state; a selected row has a frame and bold text, so that its state can still be seen.
+class SlotDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        const auto state = RowState(index.data(DayModel::StateRole).toInt());
+        const bool selected = option.state.testFlag(QStyle::State_Selected);
+        painter->save();
+        painter->fillRect(option.rect, toneOf(state).background);
+        paintText(*painter, option, index, state, selected);
+        if (selected)
+            paintFrame(*painter, option.rect, index.column());
+        painter->restore();
+    }
+
+private:
+    static void paintText(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index,
+                          RowState state, bool selected)
+    {
+        const auto mark = DayModel::Mark(index.data(DayModel::MarkRole).toInt());
+        QString text = index.data().toString();
+        QColor colour = toneOf(state).text;
+        QFont font = option.font;
+        font.setBold(selected || mark != DayModel::NoMark);
+        if (mark != DayModel::NoMark) {
+            painter.fillRect(option.rect.adjusted(2, 2, -2, -2), Qt::white);
+            colour = mark == DayModel::PresentHour ? presentHourColour : hourBeforeColour;
+        } else if (text.isEmpty() && index.column() == DayModel::BookerName) {
+            text = state == RowState::Past ? u"past"_s : u"free"_s;
+            font.setItalic(true);
+            colour.setAlpha(170);
+        }
+        painter.setFont(font);
+        painter.setPen(colour);
+        const QRect box = option.rect.adjusted(cellMargin, 0, -cellMargin, 0);
+        const int alignment = index.column() == DayModel::Paid ? Qt::AlignRight : Qt::AlignLeft;
+        painter.drawText(box, alignment | Qt::AlignVCenter | Qt::TextSingleLine,
+                         QFontMetrics(font).elidedText(text, Qt::ElideRight, box.width()));
+    }
+
+    static void paintFrame(QPainter &painter, const QRect &rect, int column)
+    {
+        constexpr int line = 2;
+        constexpr int bar = 5;
+        painter.fillRect(QRect(rect.topLeft(), QSize(rect.width(), line)), Look::accent);
+        painter.fillRect(QRect(rect.left(), rect.bottom() - line + 1, rect.width(), line), Look::accent);
+        if (column == DayModel::HourRange)
+            painter.fillRect(QRect(rect.topLeft(), QSize(bar, rect.height())), Look::accent);
+        if (column == DayModel::ColumnCount - 1)
+            painter.fillRect(QRect(rect.right() - line + 1, rect.top(), line, rect.height()), Look::accent);
+    }
+};
+
+} // namespace
+
+DayView::DayView(QWidget *parent) : QTableView(parent)
+{
+    setItemDelegate(new SlotDelegate(this));
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(smallestRowHeight);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setAccessibleName(u"Hours of the day"_s);
+    setGridStyle(Qt::SolidLine);
+}
+
+void DayView::setModel(QAbstractItemModel *model)
+{
+    QTableView::setModel(model);
+    setUpColumns();
+}
+
+void DayView::setUpColumns()
+{
+    QHeaderView *header = horizontalHeader();
+    const QFontMetrics metrics(font());
+    const auto fix = [&](int column, const QString &widest) {
+        header->setSectionResizeMode(column, QHeaderView::Fixed);
+        header->resizeSection(column, metrics.horizontalAdvance(widest) + 2 * cellMargin + 8);
+    };
+    fix(DayModel::HourRange, u"00:00 to 00:00"_s);
+    fix(DayModel::TwelveHour, u"00:00 MM"_s);
+    fix(DayModel::Telephone, u"+00 000 0000000"_s);
+    fix(DayModel::Paid, u"Paid 0,000.00"_s);
+    header->setSectionResizeMode(DayModel::BookerName, QHeaderView::Stretch);
+}
+
+void DayView::setTapSelects(bool on)
+{
+    setSelectionMode(on ? MultiSelection : ExtendedSelection);
+}
+
+std::vector<int> DayView::selectedRowNumbers() const
+{
+    std::vector<int> rows;
+    const auto indexes = selectionModel()->selectedRows();
+    for (const QModelIndex &index : indexes)
+        rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+int DayView::currentRowNumber() const
+{
+    const std::vector<int> rows = selectedRowNumbers();
+    if (rows.empty())
+        return -1;
+    const int current = currentIndex().row();
+    return std::binary_search(rows.cbegin(), rows.cend(), current) ? current : rows.front();
+}
+
+void DayView::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::RightButton) {
+        QTableView::mousePressEvent(event);
+        return;
+    }
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (!index.isValid())
+        return;
+    const auto rowFlags = QItemSelectionModel::Rows;
+    const bool isSelected = selectionModel()->isRowSelected(index.row(), {});
+    selectionModel()->setCurrentIndex(index, isSelected ? QItemSelectionModel::NoUpdate
+                                                        : QItemSelectionModel::ClearAndSelect | rowFlags);
+}
+
+void DayView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    QTableView::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
+        Q_EMIT bookingWanted();
+}
+
+void DayView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        Q_EMIT bookingWanted();
+    else
+        QTableView::keyPressEvent(event);
+}
+
+void DayView::contextMenuEvent(QContextMenuEvent *event)
+{
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    Q_EMIT menuWanted(byKey ? viewport()->mapToGlobal(visualRect(currentIndex()).center()) : event->globalPos());
+}
+
+bool DayView::viewportEvent(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip || !m_history)
+        return QTableView::viewportEvent(event);
+    constexpr int shownMilliseconds = 20000;
+    const auto *help = static_cast<QHelpEvent *>(event);
+    const QModelIndex index = indexAt(help->pos());
+    const QString history = index.isValid() ? m_history(index.row()).trimmed() : QString();
+    if (history.isEmpty()) {
+        QToolTip::hideText();
+        return true;
+    }
+    // What people typed is shown as it is, never read as markup.
+    QString lines = history.toHtmlEscaped();
+    lines.replace(u"\r\n"_s, u"<br>"_s);
+    const QRect row = visualRect(index).united(visualRect(index.siblingAtColumn(DayModel::ColumnCount - 1)));
+    QToolTip::showText(help->globalPos(), u"<p style='white-space:pre-wrap'>"_s + lines + u"</p>"_s, viewport(), row,
+                       shownMilliseconds);
+    return true;
+}

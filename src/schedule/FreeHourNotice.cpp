@@ -1,0 +1,92 @@
+#include "schedule/FreeHourNotice.h"
+
+#include "app/BusinessDay.h"
+#include "app/Look.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int mostLines = 3;
+
+} // namespace
+
+FreeHourNotice::FreeHourNotice(QWidget *parent) : QFrame(parent)
+{
+    setObjectName(u"FreeHourNotice"_s);
+    setFrameShape(StyledPanel);
+    setAutoFillBackground(true);
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, Look::shared.background);
+    colours.setColor(QPalette::WindowText, Look::shared.text);
+    setPalette(colours);
+
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(8, 4, 4, 4);
+    m_lines = new QVBoxLayout;
+    m_lines->setSpacing(4);
+    layout->addLayout(m_lines, 1);
+    auto *close = new QToolButton;
+    close->setObjectName(u"btn_CloseNotice"_s);
+    close->setText(u"✕"_s);
+    close->setAutoRaise(true);
+    close->setToolTip(u"Close this notice"_s);
+    close->setAccessibleName(close->toolTip());
+    connect(close, &QToolButton::clicked, this, &QWidget::hide);
+    layout->addWidget(close, 0, Qt::AlignTop);
+    hide();
+}
+
+void FreeHourNotice::empty()
+{
+    while (QLayoutItem *item = m_lines->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+}
+
+void FreeHourNotice::announce(Database &database, const std::vector<SlotKey> &freed)
+{
+    empty();
+    hide();
+    std::vector<WaitingEntry> waiting;
+    for (const SlotKey &slot : freed)
+        for (WaitingEntry &entry : waitingFor(database, slot))
+            waiting.push_back(std::move(entry));
+    const auto shown = std::min<std::size_t>(waiting.size(), mostLines);
+    for (std::size_t i = 0; i < shown; ++i)
+        addLine(waiting[i]);
+    if (waiting.size() > shown)
+        m_lines->addWidget(
+            new QLabel(u"%1 more on the waiting-list page"_s.arg(QString::number(waiting.size() - shown))));
+    setVisible(!waiting.empty());
+}
+
+void FreeHourNotice::addLine(const WaitingEntry &entry)
+{
+    constexpr qsizetype hourPosition = 11;
+    auto *line = new QWidget;
+    auto *layout = new QHBoxLayout(line);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *text = new QLabel(entry.dateTimeText.mid(hourPosition, 5) + u" is free now. Waiting: "_s +
+                            entry.booker.name + u", tel. "_s + entry.booker.telephone);
+    text->setObjectName(u"lbl_Waiting_"_s + entry.id);
+    text->setTextFormat(Qt::PlainText);
+    text->setMinimumWidth(0);
+    text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    text->setToolTip(text->text().toHtmlEscaped());
+    auto *take = new QPushButton(Look::icon(u"cut"_s), u"&Take for pasting"_s);
+    take->setObjectName(u"btn_TakeWaiting_"_s + entry.id);
+    connect(take, &QPushButton::clicked, this, [this, id = entry.id] {
+        hide();
+        Q_EMIT entryWanted(id);
+    });
+    layout->addWidget(text, 1);
+    layout->addWidget(take);
+    m_lines->addWidget(line);
+}

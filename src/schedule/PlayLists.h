@@ -1,0 +1,38 @@
+#pragma once
+
+#include "schedule/DaySchedule.h"
+
+#include <QTabWidget>
+
+class QGroupBox;
+class QLabel;
+class QPlainTextEdit;
+class QPushButton;
+class QVBoxLayout;
+
+/// SSTab2, beside the grid: page 0 opens the registers, page 1 tells who plays round the present hour.
+class PlayLists : public QTabWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PlayLists(QWidget *parent = nullptr);
+
+    void showDay(const DaySchedule &schedule);
+    /// The bookings of the selected hour on all fields, lines as RefreshList gives them.
+    void showHour(const QString &hourText, const QString &players);
+    /// A button for the register of a special group whose table exists.
+    void addSpecialGroup(int group);
+
+private:
+    QWidget *makeRegisters();
+    QWidget *makeLists();
+    QPushButton *addRegisterButton(const QString &name, const QString &caption, const QString &iconName);
+
+    QVBoxLayout *m_registers = nullptr;
+    QPlainTextEdit *m_current = nullptr;
+    QPlainTextEdit *m_previous = nullptr;
+    QPlainTextEdit *m_next = nullptr;
+    QPlainTextEdit *m_hour = nullptr;
+    QLabel *m_hourTitle = nullptr;
+};

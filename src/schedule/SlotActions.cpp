@@ -1,0 +1,192 @@
+#include "schedule/SlotActions.h"
+
+#include "app/Errors.h"
+#include "app/Look.h"
+#include "app/RateType.h"
+#include "booking/BlockBooking.h"
+#include "booking/Cancelling.h"
+#include "booking/ExtraTime.h"
+#include "booking/Rates.h"
+#include "booking/frm_BlockBookingResult.h"
+#include "booking/frm_Booker.h"
+#include "booking/frm_WaitingList.h"
+
+#include <QProgressDialog>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int loadingForm = int(ErrorCode::LoadingForm);
+constexpr int database = int(ErrorCode::Database);
+
+QString fieldName(const Station &station, int field)
+{
+    return station.settings.FieldDisplayNames.at(std::size_t(field));
+}
+
+QString bookerOnClipboard(const BookingClipboard &clipboard)
+{
+    return clipboard.fromWaitingList ? clipboard.cut.booker.name : clipboard.copiedBooker.name;
+}
+
+} // namespace
+
+SlotActions::SlotActions(Station &station, BookingClipboard &clipboard, Selection selection, QWidget *window)
+    : QObject(window), m_station(station), m_clipboard(clipboard), m_selection(std::move(selection)), m_window(window)
+{
+    m_menu.setObjectName(u"mnu_Mouse"_s);
+    buildMenu();
+}
+
+QAction *SlotActions::add(QMenu *menu, const QString &name, const QString &text, void (SlotActions::*handler)())
+{
+    auto *action = menu->addAction(text, this, handler);
+    action->setObjectName(name);
+    return action;
+}
+
+void SlotActions::addRateEntry(const QString &name, const QString &rateInWords, const QString &rateType)
+{
+    auto *action = m_rates->addAction(u"Set this slot as '"_s + rateInWords + u"' slot"_s,
+                                      [this, rateType] { changeRate(rateType); });
+    action->setObjectName(name);
+}
+
+void SlotActions::buildMenu()
+{
+    add(&m_menu, u"mnu_Book"_s, u"&Book…"_s, &SlotActions::book)->setIcon(Look::icon(u"book"_s));
+    add(&m_menu, u"mnu_AddEntry"_s, u"Put on the &waiting list…"_s, &SlotActions::addWaitingEntry)
+        ->setIcon(Look::icon(u"add-entry"_s));
+    m_menu.addSeparator();
+    // Their keys are handled by the main window, which sees every key first; here they are only named.
+    add(&m_menu, u"mnu_Copy"_s, u"&Copy booker\tCtrl+C"_s, &SlotActions::copy)->setIcon(Look::icon(u"copy"_s));
+    add(&m_menu, u"mnu_Paste"_s, u"&Paste booker\tCtrl+V"_s, &SlotActions::paste)->setIcon(Look::icon(u"paste"_s));
+    auto *four = m_menu.addAction(u"Block book &4 weeks"_s, [this] { blockBook(4); });
+    four->setObjectName(u"mnu_BlockBook1"_s);
+    four->setIcon(Look::icon(u"block"_s));
+    auto *eight = m_menu.addAction(u"Block book &8 weeks"_s, [this] { blockBook(8); });
+    eight->setObjectName(u"mnu_BlockBook2"_s);
+    eight->setIcon(Look::icon(u"block"_s));
+    m_menu.addSeparator();
+    for (const qint16 minutes : {qint16(15), qint16(30), qint16(45)}) {
+        auto *extra = m_menu.addAction(u"Add "_s + QString::number(minutes) + u" minutes extra time"_s,
+                                       [this, minutes] { addExtraTime(minutes); });
+        extra->setObjectName(u"mnu_Add"_s + QString::number(minutes));
+        extra->setIcon(Look::icon(u"extra-time"_s));
+    }
+    add(&m_menu, u"mnu_ClearAddition"_s, u"Remove e&xtra time"_s, &SlotActions::clearAddition);
+    m_menu.addSeparator();
+    m_rates = m_menu.addMenu(Look::icon(u"rate"_s), u"&Rate"_s);
+    addRateEntry(u"mnu_SetNormal"_s, u"normal"_s, RateType::normal);
+    addRateEntry(u"mnu_SetMember"_s, u"member"_s, RateType::member);
+    addRateEntry(u"mnu_setStudent"_s, u"student"_s, RateType::student);
+    m_menu.addSeparator();
+    add(&m_menu, u"mnu_Delete"_s, u"C&lear booking…"_s, &SlotActions::clear)->setIcon(Look::icon(u"clear"_s));
+}
+
+void SlotActions::addSpecialGroup(int group)
+{
+    const QString number = QString::number(group);
+    addRateEntry(u"mnu_SetSpecialGroup_"_s + number, u"special group "_s + number, RateType::specialGroup(group));
+}
+
+bool SlotActions::hasRows(const DaySelection &selection)
+{
+    if (!selection.selected.empty())
+        return true;
+    m_station.prompts.inform(u"Select one or more hours first."_s);
+    return false;
+}
+
+void SlotActions::run(const std::function<void(const DaySelection &)> &operation, int errorCode)
+{
+    const DaySelection selection = m_selection();
+    if (!hasRows(selection))
+        return;
+    Q_EMIT dayTouched(guarded(m_station.prompts, ErrorCode{errorCode}, [&] { operation(selection); }));
+}
+
+void SlotActions::book()
+{
+    run(
+        [this](const DaySelection &selection) {
+            if (const auto verification = startBooking(m_station, selection))
+                frm_Booker(m_station, m_clipboard, *verification, selection, fieldName(m_station, selection.field),
+                           m_window)
+                    .exec();
+        },
+        loadingForm);
+}
+
+void SlotActions::clear()
+{
+    std::vector<SlotKey> freed;
+    run([&](const DaySelection &selection) { freed = clearSelection(m_station, selection); }, loadingForm);
+    if (!freed.empty())
+        Q_EMIT slotsFreed(freed);
+}
+
+void SlotActions::addWaitingEntry()
+{
+    const DaySelection selection = m_selection();
+    guarded(m_station.prompts, ErrorCode::Database, [&] {
+        const auto verification = m_station.prompts.verifyStaff();
+        if (!verification)
+            return;
+        frm_WaitingList window(m_station, verification->staffName, selection.day, selection.field,
+                               fieldName(m_station, selection.field), m_window);
+        if (selection.current >= 0)
+            window.setWantedHour(selection.row(selection.current).hourText());
+        window.exec();
+    });
+    Q_EMIT waitingListTouched();
+}
+
+void SlotActions::copy()
+{
+    guarded(m_station.prompts, ErrorCode::Database, [this] { copySlot(m_station, m_clipboard, m_selection()); });
+    Q_EMIT clipboardChanged();
+}
+
+void SlotActions::paste()
+{
+    run([this](const DaySelection &selection) { pasteSelection(m_station, m_clipboard, selection); }, database);
+    Q_EMIT waitingListTouched();
+    Q_EMIT clipboardChanged();
+}
+
+void SlotActions::addExtraTime(qint16 minutes)
+{
+    run([=, this](const DaySelection &selection) { AddExtraTime(m_station, selection, minutes); }, database);
+}
+
+void SlotActions::clearAddition()
+{
+    run([this](const DaySelection &selection) { clearExtraTime(m_station, selection); }, database);
+}
+
+void SlotActions::changeRate(const QString &rateType)
+{
+    run([&](const DaySelection &selection) { changeRateType(m_station, selection, rateType); }, database);
+}
+
+void SlotActions::blockBook(int weeks)
+{
+    std::vector<BlockBookingHour> results;
+    QString heading;
+    run(
+        [&](const DaySelection &selection) {
+            heading = bookerOnClipboard(m_clipboard) + u" on "_s + fieldName(m_station, selection.field);
+            QProgressDialog progress(u"Booking "_s + QString::number(weeks) + u" weeks…"_s, {}, 0, weeks, m_window);
+            progress.setWindowModality(Qt::WindowModal);
+            bookBlock(
+                m_station, m_clipboard, selection, weeks, [&](int week) { progress.setValue(week); }, results);
+            progress.reset();
+        },
+        database);
+    if (!results.empty())
+        frm_BlockBookingResult(results, heading, m_window).exec();
+    Q_EMIT waitingListTouched();
+    Q_EMIT clipboardChanged();
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/DayRow.h"
+#include "booking/BookingClipboard.h"
+
+#include <QMenu>
+#include <QObject>
+
+#include <functional>
+
+/// Everything that can be done to the selected hours, by menu, button or key: each asks for the selection, calls its
+/// operation and says what changed.
+class SlotActions : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Selection = std::function<DaySelection()>;
+
+    /// Windows open over `window`.
+    SlotActions(Station &station, BookingClipboard &clipboard, Selection selection, QWidget *window);
+
+    /// mnu_Mouse with its entries.
+    [[nodiscard]] QMenu *menu() { return &m_menu; }
+    void addSpecialGroup(int group);
+
+    void book();
+    void clear();
+    void addWaitingEntry();
+    void copy();
+    void paste();
+
+signals:
+    /// An operation may have changed the day; `ok` is false when it ended in an error that staff have seen.
+    void dayTouched(bool ok);
+    void waitingListTouched();
+    void clipboardChanged();
+    /// These slots are free now.
+    void slotsFreed(const std::vector<SlotKey> &freed);
+
+private:
+    QAction *add(QMenu *menu, const QString &name, const QString &text, void (SlotActions::*handler)());
+    void addRateEntry(const QString &name, const QString &rateInWords, const QString &rateType);
+    void buildMenu();
+    /// Runs an operation on the selection and reports that the day was touched.
+    void run(const std::function<void(const DaySelection &)> &operation, int errorCode);
+    bool hasRows(const DaySelection &selection);
+    void addExtraTime(qint16 minutes);
+    void clearAddition();
+    void changeRate(const QString &rateType);
+    void blockBook(int weeks);
+
+    Station &m_station;
+    BookingClipboard &m_clipboard;
+    Selection m_selection;
+    QWidget *m_window;
+    QMenu m_menu;
+    QMenu *m_rates = nullptr;
+};
