@@ -30,6 +30,7 @@ public:
     [[nodiscard]] QStringList rows(const QString &sql) const;
 
     /// From here on, what the program sends is noted; takeLog() gives it in order, without the session's settings.
+    /// The server's log leaves out a semicolon and blanks at the end of a statement.
     void startLog() const;
     [[nodiscard]] QStringList takeLog() const;
 
