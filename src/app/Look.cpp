@@ -1,9 +1,11 @@
 #include "app/Look.h"
 
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QFont>
+#include <QPainter>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QProxyStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -11,12 +13,84 @@ namespace {
 
 constexpr qreal readableSize = 10.5; // points: a day at arm's length
 
-// Only what Fusion and the palette cannot say: heights that a finger hits.
-constexpr auto heights = R"(
-QPushButton, QLineEdit, QComboBox, QDateEdit, QSpinBox { min-height: 24px; }
-QPushButton { padding: 3px 16px; }
-*[touch="true"] QPushButton { min-height: 36px; }
-)";
+// Fusion with controls that a finger hits, and our own signs in message boxes. A style sheet could do the heights, but
+// would stand between the style and everything that is painted.
+class Style : public QProxyStyle
+{
+public:
+    Style() : QProxyStyle(u"Fusion"_s) {}
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
+                           const QWidget *widget) const override
+    {
+        const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+        switch (type) {
+        case CT_PushButton:
+            return size.expandedTo({0, isTouched(widget) ? touchHeight : controlHeight});
+        case CT_LineEdit:
+            return isInsideSpinBox(widget) ? size : size.expandedTo({0, controlHeight});
+        case CT_ComboBox:
+        case CT_SpinBox:
+            return size.expandedTo({0, controlHeight});
+        default:
+            return size;
+        }
+    }
+
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *result) const override
+    {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, result);
+    }
+
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption *option, const QWidget *widget) const override
+    {
+        switch (icon) {
+        case SP_MessageBoxCritical:
+            return sign(Look::alert, u'!');
+        case SP_MessageBoxQuestion:
+            return sign(Look::paid, u'?');
+        case SP_MessageBoxInformation:
+            return sign(Look::paid, u'i');
+        default:
+            return QProxyStyle::standardIcon(icon, option, widget);
+        }
+    }
+
+private:
+    static constexpr int controlHeight = 32;
+    static constexpr int touchHeight = 44;
+
+    static bool isTouched(const QWidget *widget)
+    {
+        while (widget && !widget->property("touch").toBool())
+            widget = widget->parentWidget();
+        return widget != nullptr;
+    }
+
+    static bool isInsideSpinBox(const QWidget *widget)
+    {
+        return widget && qobject_cast<const QAbstractSpinBox *>(widget->parentWidget());
+    }
+
+    static QIcon sign(const Look::Tone &tone, QChar letter)
+    {
+        QPixmap disc(128, 128);
+        disc.fill(Qt::transparent);
+        QPainter painter(&disc);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(tone.background);
+        painter.drawEllipse(disc.rect().adjusted(4, 4, -4, -4));
+        QFont font = QApplication::font();
+        font.setPixelSize(88);
+        font.setBold(true);
+        painter.setFont(font);
+        painter.setPen(tone.text);
+        painter.drawText(disc.rect(), Qt::AlignCenter, letter);
+        return QIcon(disc);
+    }
+};
 
 QPalette palette()
 {
@@ -42,16 +116,24 @@ QPalette palette()
 
 } // namespace
 
-void Look::apply(QApplication &application)
+// The drawings are in a library and left out of the program unless something asks for them. Qt's macro works outside
+// namespaces only.
+static void registerDrawings()
 {
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    Q_INIT_RESOURCE(tamsora);
+}
+
+void Look::apply(QApplication &)
+{
+    registerDrawings();
+    QApplication::setWindowIcon(QIcon(u":/tamsora.png"_s));
+    QApplication::setStyle(new Style);
     QApplication::setPalette(palette());
     QFont font = QApplication::font();
     if (font.pointSizeF() < readableSize) {
         font.setPointSizeF(readableSize);
         QApplication::setFont(font);
     }
-    application.setStyleSheet(QLatin1StringView(heights));
 }
 
 QIcon Look::icon(const QString &name)

@@ -21,15 +21,15 @@ inline constexpr QColor ink{34, 48, 58};
 inline constexpr QColor accent{15, 106, 98};
 
 inline constexpr Tone free{{255, 255, 255}, ink};
-inline constexpr Tone booked{{166, 218, 216}, {10, 52, 56}};
+inline constexpr Tone booked{{120, 198, 205}, {10, 52, 56}};
 inline constexpr Tone paid{{23, 102, 95}, {255, 255, 255}};
 inline constexpr Tone shared{{242, 222, 150}, {64, 47, 0}};
-inline constexpr Tone extraTime{{197, 182, 234}, {41, 26, 88}};
+inline constexpr Tone extraTime{{190, 166, 232}, {41, 26, 88}};
 inline constexpr Tone past{{222, 219, 211}, {82, 88, 92}};
 inline constexpr Tone alert{{176, 48, 32}, {255, 255, 255}};
 
-/// Style, palette, font and the least heights of buttons and boxes; to be called once, before the first window.
-/// Buttons on a page whose dynamic property "touch" is true are 44 pixels high.
+/// Sets style, palette and font; to be called once, before the first window. Buttons and boxes are at least 32 pixels
+/// high; buttons in a widget whose dynamic property "touch" is true, 44.
 void apply(QApplication &application);
 
 /// One of our own drawings, by its bare name.

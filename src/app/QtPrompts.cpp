@@ -29,6 +29,7 @@ QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, const QString &t
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(harmless);
     box.setEscapeButton(harmless);
+    box.layout()->setContentsMargins(24, 24, 24, 16);
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 

@@ -12,6 +12,31 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// The file to read for a picture: where the screen has several dots a pixel, its twin name@2x when there is one.
+QString pictureFile(const QString &name, qreal scale)
+{
+    const QFileInfo plain(QDir(QCoreApplication::applicationDirPath()), name);
+    const QFileInfo fine(plain.dir(), plain.completeBaseName() + u"@2x."_s + plain.suffix());
+    return (scale > 1 && fine.exists() ? fine : plain).filePath();
+}
+
+// The picture, as large as fills the window; none when it cannot be read.
+QImage readPicture(const QString &file, QSize window, qreal scale)
+{
+    QImageReader reader(file);
+    reader.setDecideFormatFromContent(true);
+    QImage picture = reader.read();
+    if (!picture.isNull()) {
+        picture = picture.scaled(window * scale, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+        picture.setDevicePixelRatio(scale);
+    }
+    return picture;
+}
+
+} // namespace
+
 frm_Login::frm_Login(Station &station, QWidget *parent)
     : QWidget(parent), m_station(station), m_ui(std::make_unique<Ui::frm_Login>())
 {
@@ -21,8 +46,13 @@ frm_Login::frm_Login(Station &station, QWidget *parent)
         m_ui->txtLogin->setMaxLength(FieldLengths::login);
         m_ui->txtPassword->setMaxLength(FieldLengths::password);
         m_ui->lbl_Version->setText(u"Tamsora "_s + QLatin1StringView(TAMSORA_VERSION));
-        loadPicture();
+        const QString file = pictureFile(m_station.settings.frontPicture, devicePixelRatioF());
+        m_coming = std::async(std::launch::async, readPicture, file, size(), devicePixelRatioF());
     });
+    QPalette inviting = m_ui->btn_GO->palette();
+    inviting.setColor(QPalette::Button, Look::accent.darker(130));
+    inviting.setColor(QPalette::ButtonText, Qt::white);
+    m_ui->btn_GO->setPalette(inviting);
     m_ui->txtLogin->setFocus();
     connect(m_ui->txtLogin, &QLineEdit::returnPressed, this, [this] { m_ui->txtPassword->setFocus(); });
     connect(m_ui->txtPassword, &QLineEdit::returnPressed, this, &frm_Login::cleanAndCheck);
@@ -32,24 +62,12 @@ frm_Login::frm_Login(Station &station, QWidget *parent)
 
 frm_Login::~frm_Login() = default;
 
-// Read in just the size that fills the window, so that a large picture costs no time later; a picture that is not there
-// leaves the plain paper.
-void frm_Login::loadPicture()
-{
-    QImageReader reader(QDir(QCoreApplication::applicationDirPath()).filePath(m_station.settings.frontPicture));
-    reader.setDecideFormatFromContent(true);
-    const QSize filling =
-        reader.size().scaled(size() * devicePixelRatioF(), Qt::AspectRatioMode::KeepAspectRatioByExpanding);
-    if (!filling.isEmpty() && filling != reader.size())
-        reader.setScaledSize(filling);
-    m_picture = QPixmap::fromImage(reader.read());
-    m_picture.setDevicePixelRatio(devicePixelRatioF());
-}
-
 void frm_Login::paintEvent(QPaintEvent *)
 {
+    if (m_coming.valid())
+        m_picture = m_coming.get();
     QPainter painter(this);
-    painter.drawPixmap(0, 0, m_picture);
+    painter.drawImage(0, 0, m_picture);
     QColor calm = Look::paper;
     calm.setAlphaF(0.9F);
     painter.setRenderHint(QPainter::Antialiasing);

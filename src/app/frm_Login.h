@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QPixmap>
+#include <QImage>
 #include <QWidget>
 
+#include <future>
 #include <memory>
 
 struct Station;
@@ -32,10 +33,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void loadPicture();
     void cleanAndCheck();
 
     Station &m_station;
     const std::unique_ptr<Ui::frm_Login> m_ui;
-    QPixmap m_picture;
+    std::future<QImage> m_coming; ///< the picture, read while the window is being made
+    QImage m_picture;
 };
