@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+class QDialog;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
@@ -28,41 +29,54 @@ public:
     [[nodiscard]] bool hasName() const;
     void clear();
 
-    /// Puts a box of the window's own above the booker's, in line with them.
+    /// Puts a box of the window's own above the booker's, in line with them. Tab reaches it first when it was made
+    /// before the form.
     void addTopRow(QLabel *label, QWidget *box);
+
+    /// Fills a window with what it is about, this form, and the buttons cmd_OK and cmd_Cancel; gives cmd_OK. The
+    /// default button is cmd_Cancel.
+    QPushButton *fillWindow(QDialog &window, const QString &about, const QString &action);
 
 protected:
     /// Enter goes to the next box: a number scanner ends with Enter, which must press no button.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    enum class LookUp { Found, Unknown, Failed };
+
+    /// One register's row of the form.
     struct NumberBox
     {
-        QLineEdit *box = nullptr;
-        QLabel *message = nullptr;
-        QString registerName; ///< whom the register holds, in words: "member"
-        QString ownRate;      ///< the rate that emptying this box takes away
+        QLineEdit *box;
+        QLabel *message; ///< what the look-up on purpose said
+        QString ownRate; ///< the rate that an empty box takes away
+        QString unknown; ///< what to say of a number that nobody has
         std::function<std::optional<Booker>(const QString &)> find;
     };
 
-    QLineEdit *addBox(const QString &objectName, const QString &caption, int maxLength);
-    QPushButton *addNumberBox(const QString &objectName, const QString &caption, NumberBox number);
+    void addBox(const QString &caption, const QString &labelName, QLineEdit *box, const QString &boxName,
+                int maxLength);
+    NumberBox &addNumberBox(const QString &caption, const QString &labelName, const QString &boxName);
+    QPushButton *addLookButton(const QString &objectName, const QString &accessibleName);
     void addMemberBox();
     void addStudentBox();
-    void addGroupBoxes();
-    void addGroupBox(int group, bool enabled);
+    void addGroupBox(int group);
     void addRateLine();
+    void watchNumbers();
     void numberTyped(std::size_t index);
-    void lookUp(std::size_t index, bool onPurpose);
+    LookUp lookUp(std::size_t index);
+    void lookUpOnPurpose(std::size_t index);
     void take(std::size_t index, const Booker &found);
+    void goOnFrom(QWidget *box);
+    [[nodiscard]] QString chosenRate() const;
     void showRate();
 
     Station &m_station;
     QGridLayout *m_grid;
-    QLineEdit *m_name = nullptr;
-    QLineEdit *m_organisation = nullptr;
-    QLineEdit *m_telephone = nullptr;
-    QLabel *m_rate = nullptr;
+    QLineEdit *m_name;
+    QLineEdit *m_organisation;
+    QLineEdit *m_telephone;
+    QLabel *m_rate;
     std::vector<NumberBox> m_numbers;
     std::vector<QWidget *> m_boxes; ///< in the order in which Enter goes through them
     QString m_rateType;

@@ -29,6 +29,6 @@ private:
     QString m_staffName;
     QString m_day;
     int m_field;
+    QComboBox *m_time; ///< made before the form, so that Tab reaches it first
     BookerForm *m_form;
-    QComboBox *m_time;
 };

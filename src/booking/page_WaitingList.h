@@ -10,6 +10,7 @@
 class QBoxLayout;
 class QCalendarWidget;
 class QLabel;
+class QLayout;
 class QMenu;
 class QStackedWidget;
 class QStandardItemModel;
@@ -33,14 +34,14 @@ public:
     /// Shows another day without reading its list yet.
     void setDay(QDate day);
 
-public slots:
+public Q_SLOTS:
     /// Shows the list of this field; a number without a field changes nothing.
     void selectField(int field);
     /// Reads the list of the day and field anew (tbl_waitlist); the entry that was selected stays so.
     void RefreshWaitList();
     void refresh() { RefreshWaitList(); }
 
-signals:
+Q_SIGNALS:
     /// Another entry is on the clipboard.
     void clipboardChanged();
     /// An entry was taken and can be pasted on the grid.
@@ -49,11 +50,11 @@ signals:
 private:
     QWidget *makeDayAndPlan();
     QWidget *makeList();
-    QWidget *makeButtons();
+    QLayout *makeButtons();
     void makeMenu();
     void takeDay(QDate day);
     void showHeading();
-    void showEntries(const std::vector<WaitingEntry> &entries);
+    void showEntries(const std::vector<WaitingEntry> &entries, const QString &selected);
     void showMenu(QPoint position);
     [[nodiscard]] QString selectedId() const;
     void addEntry();

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/DayRow.h"
+
+/// Days and hours as staff read them to a caller.
+
+/// "Saturday 14 November 2026" for "2026-11-14"; a text that is no date stays as it is.
+QString dayInWords(const QString &day);
+
+/// The selected hours with neighbours joined: "08:00 to 10:00, 12:00 to 13:00".
+QString hoursInWords(const DaySelection &selection);

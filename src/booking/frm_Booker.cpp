@@ -1,0 +1,39 @@
+#include "booking/frm_Booker.h"
+
+#include "app/Errors.h"
+#include "booking/BookerForm.h"
+#include "booking/SlotWords.h"
+
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+frm_Booker::frm_Booker(Station &station, BookingClipboard &clipboard, Verification staff, DaySelection selection,
+                       const QString &fieldName, QWidget *parent)
+    : QDialog(parent),
+      m_station(station),
+      m_clipboard(clipboard),
+      m_staff(std::move(staff)),
+      m_selection(std::move(selection)),
+      m_form(new BookerForm(station, this))
+{
+    setObjectName(u"frm_Booker"_s);
+    setWindowTitle(u"Booking Field "_s + QString::number(m_selection.field) + u" from "_s +
+                   m_selection.row(m_selection.selected.at(0)).hourRange);
+    const QString about = fieldName + u", "_s + dayInWords(m_selection.day) + u", "_s + hoursInWords(m_selection);
+    QPushButton *ok = m_form->fillWindow(*this, about, u"&Book"_s);
+    connect(ok, &QPushButton::clicked, this, &frm_Booker::book);
+}
+
+void frm_Booker::book()
+{
+    if (!m_form->hasName()) {
+        m_station.prompts.refuse(u"Please enter booker's name!"_s);
+        return;
+    }
+    const bool booked = guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
+        bookSelection(m_station, m_clipboard, m_staff.staffName, m_selection, m_form->booker(), false);
+    });
+    if (booked)
+        accept();
+}

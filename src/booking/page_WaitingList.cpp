@@ -1,0 +1,270 @@
+#include "booking/page_WaitingList.h"
+
+#include "app/Errors.h"
+#include "app/Formats.h"
+#include "booking/SlotWords.h"
+#include "booking/WrappedLabel.h"
+#include "booking/frm_WaitingList.h"
+
+#include <QBoxLayout>
+#include <QCalendarWidget>
+#include <QHeaderView>
+#include <QMenu>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QStackedWidget>
+#include <QStandardItemModel>
+#include <QTableView>
+#include <QTextDocument>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString fieldName(const AppSettings &settings, int field)
+{
+    const auto index = std::size_t(field);
+    const QString shown = settings.FieldDisplayNames.at(index);
+    return shown.isEmpty() ? settings.FieldNames.at(index) : shown;
+}
+
+QStandardItem *cell(const QString &text)
+{
+    auto *item = new QStandardItem(text);
+    item->setEditable(false);
+    item->setToolTip(text.isEmpty() ? QString() : Qt::convertFromPlainText(text));
+    return item;
+}
+
+QTableView *makeTable(QStandardItemModel *model)
+{
+    auto *table = new QTableView;
+    table->setObjectName(u"ListView_Wait"_s);
+    table->setAccessibleName(u"Who waits for this field on this day"_s);
+    table->setModel(model);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setContextMenuPolicy(Qt::CustomContextMenu);
+    table->setTabKeyNavigation(false);
+    table->setWordWrap(false);
+    table->verticalHeader()->hide();
+    QHeaderView *header = table->horizontalHeader();
+    header->setHighlightSections(false);
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setSectionResizeMode(1, QHeaderView::Stretch);
+    const auto widthFor = [table](const QString &text) { return table->fontMetrics().horizontalAdvance(text) + 24; };
+    header->resizeSection(0, widthFor(u"000000"_s));
+    header->resizeSection(2, widthFor(u"+00 00000 000000"_s));
+    header->resizeSection(3, widthFor(u"0000-00-00 00:00:00"_s));
+    return table;
+}
+
+} // namespace
+
+page_WaitingList::page_WaitingList(Station &station, BookingClipboard &clipboard, QWidget *parent)
+    : QWidget(parent), m_station(station), m_clipboard(clipboard), m_day(sqlDate(station.now().date()))
+{
+    setObjectName(u"page_WaitingList"_s);
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(16, 16, 16, 16);
+    layout->setSpacing(16);
+    layout->addWidget(makeDayAndPlan(), 2);
+    layout->addWidget(makeList(), 3);
+    makeMenu();
+    setDay(station.now().date());
+}
+
+QWidget *page_WaitingList::makeDayAndPlan()
+{
+    auto *side = new QWidget(this);
+    auto *layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(16);
+    m_calendar = new QCalendarWidget(side);
+    m_calendar->setObjectName(u"Calendar2"_s);
+    m_calendar->setAccessibleName(u"Day of the waiting list"_s);
+    m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    m_calendar->setGridVisible(false);
+    m_calendar->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    layout->addWidget(m_calendar);
+    m_planPlace = new QVBoxLayout;
+    layout->addLayout(m_planPlace, 1);
+    // A mouse click on another day tells both; the arrow keys tell the first, a click on the same day the second.
+    connect(m_calendar, &QCalendarWidget::selectionChanged, this, [this] {
+        m_dayTaken = true;
+        takeDay(m_calendar->selectedDate());
+    });
+    connect(m_calendar, &QCalendarWidget::clicked, this, [this](QDate day) {
+        if (!std::exchange(m_dayTaken, false))
+            takeDay(day);
+    });
+    return side;
+}
+
+QWidget *page_WaitingList::makeList()
+{
+    auto *side = new QWidget(this);
+    auto *layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(8);
+    m_heading = wrappedLabel(u"lbl_WaitHeading"_s, {}, 1.2);
+    m_model = new QStandardItemModel(0, 4, this);
+    m_model->setHorizontalHeaderLabels({u"Entry"_s, u"Name"_s, u"Telephone"_s, u"Wanted slot"_s});
+    m_list = makeTable(m_model);
+    m_empty = wrappedLabel(u"lbl_WaitEmpty"_s, {});
+    m_empty->setAlignment(Qt::AlignCenter);
+    m_listOrEmpty = new QStackedWidget;
+    m_listOrEmpty->addWidget(m_list);
+    m_listOrEmpty->addWidget(m_empty);
+    layout->addWidget(m_heading);
+    layout->addWidget(m_listOrEmpty, 1);
+    layout->addLayout(makeButtons());
+    connect(m_list, &QTableView::customContextMenuRequested, this, &page_WaitingList::showMenu);
+    return side;
+}
+
+QLayout *page_WaitingList::makeButtons()
+{
+    auto *layout = new QHBoxLayout;
+    layout->setSpacing(8);
+    const auto add = [&](const QString &objectName, const QString &text, void (page_WaitingList::*handler)()) {
+        auto *button = new QPushButton(text);
+        button->setObjectName(objectName);
+        layout->addWidget(button);
+        connect(button, &QPushButton::clicked, this, handler);
+    };
+    add(u"btn_AddEntry2"_s, u"&Add an entry…"_s, &page_WaitingList::addEntry);
+    add(u"btn_CutEntry"_s, u"&Take for pasting on the grid"_s, &page_WaitingList::cutEntry);
+    layout->addStretch();
+    add(u"btn_ClearEntry"_s, u"&Delete the entry…"_s, &page_WaitingList::clearEntry);
+    return layout;
+}
+
+void page_WaitingList::makeMenu()
+{
+    m_menu = new QMenu(this);
+    m_menu->setObjectName(u"mnu_WaitList"_s);
+    const auto add = [this](const QString &objectName, const QString &text, const QKeySequence &key,
+                            void (page_WaitingList::*handler)()) {
+        QAction *action = m_menu->addAction(text);
+        action->setObjectName(objectName);
+        action->setShortcut(key);
+        action->setShortcutContext(Qt::WidgetShortcut);
+        m_list->addAction(action);
+        connect(action, &QAction::triggered, this, handler);
+    };
+    add(u"mnu_Cut"_s, u"&Take for pasting on the grid"_s, QKeySequence(QKeySequence::Cut), &page_WaitingList::cutEntry);
+    m_menu->addSeparator();
+    add(u"mnu_ClearEntry"_s, u"&Delete the entry…"_s, QKeySequence(Qt::Key_Delete), &page_WaitingList::clearEntry);
+}
+
+void page_WaitingList::setPlan(QWidget *plan)
+{
+    m_planPlace->addWidget(plan);
+}
+
+void page_WaitingList::setDay(QDate day)
+{
+    const QSignalBlocker quiet(m_calendar);
+    m_calendar->setSelectedDate(day);
+    m_day = sqlDate(day);
+    showHeading();
+}
+
+void page_WaitingList::takeDay(QDate day)
+{
+    setDay(day);
+    RefreshWaitList();
+}
+
+void page_WaitingList::selectField(int field)
+{
+    if (field < 0 || field > m_station.settings.MaxFieldIndex)
+        return;
+    m_field = field;
+    showHeading();
+    RefreshWaitList();
+}
+
+void page_WaitingList::showHeading()
+{
+    m_heading->setText(u"Waiting for field "_s + QString::number(m_field) + u": "_s +
+                       fieldName(m_station.settings, m_field) + u", "_s + dayInWords(m_day));
+}
+
+void page_WaitingList::RefreshWaitList()
+{
+    if (m_reading)
+        return;
+    const QScopedValueRollback<bool> reading(m_reading, true);
+    const QString selected = selectedId();
+    m_model->setRowCount(0);
+    m_empty->setText(u"The waiting list could not be read."_s);
+    m_listOrEmpty->setCurrentWidget(m_empty);
+    guarded(m_station.prompts, ErrorCode::Database,
+            [&] { showEntries(readWaitingList(m_station.database, m_day, m_field), selected); });
+}
+
+void page_WaitingList::showEntries(const std::vector<WaitingEntry> &entries, const QString &selected)
+{
+    m_empty->setText(u"Nobody is waiting for this field on this day."_s);
+    m_listOrEmpty->setCurrentWidget(entries.empty() ? static_cast<QWidget *>(m_empty) : m_list);
+    for (const WaitingEntry &entry : entries) {
+        m_model->appendRow(
+            {cell(entry.id), cell(entry.booker.name), cell(entry.booker.telephone), cell(entry.dateTimeText)});
+        if (entry.id == selected)
+            m_list->selectRow(m_model->rowCount() - 1);
+    }
+}
+
+QString page_WaitingList::selectedId() const
+{
+    const QModelIndexList rows = m_list->selectionModel()->selectedRows();
+    return rows.isEmpty() ? QString() : rows.first().data().toString();
+}
+
+void page_WaitingList::showMenu(QPoint position)
+{
+    const QModelIndex index = m_list->indexAt(position);
+    if (index.isValid() && !m_list->selectionModel()->isSelected(index))
+        m_list->selectRow(index.row());
+    m_menu->popup(m_list->viewport()->mapToGlobal(position));
+}
+
+void page_WaitingList::addEntry()
+{
+    guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
+        const auto staff = m_station.prompts.verifyStaff();
+        if (!staff)
+            return;
+        frm_WaitingList window(m_station, staff->staffName, m_day, m_field, fieldName(m_station.settings, m_field),
+                               this);
+        if (window.exec() == QDialog::Accepted)
+            RefreshWaitList();
+    });
+}
+
+void page_WaitingList::clearEntry()
+{
+    const QString id = selectedId();
+    if (id.isEmpty()) {
+        m_station.prompts.inform(u"Please select the entry to delete."_s);
+        return;
+    }
+    bool deleted = false;
+    guarded(m_station.prompts, ErrorCode::Database, [&] { deleted = deleteWaitingEntry(m_station, id); });
+    if (deleted)
+        RefreshWaitList();
+}
+
+void page_WaitingList::cutEntry()
+{
+    bool cut = false;
+    guarded(m_station.prompts, ErrorCode::Database,
+            [&] { cut = cutWaitingEntry(m_station, m_clipboard, selectedId()); });
+    Q_EMIT clipboardChanged();
+    if (cut)
+        Q_EMIT entryCut();
+}
