@@ -33,9 +33,10 @@ QString bookerOnClipboard(const BookingClipboard &clipboard)
 } // namespace
 
 SlotActions::SlotActions(Station &station, BookingClipboard &clipboard, Selection selection, QWidget *window)
-    : QObject(window), m_station(station), m_clipboard(clipboard), m_selection(std::move(selection)), m_window(window)
+    : QObject(window), m_station(station), m_clipboard(clipboard), m_selection(std::move(selection)), m_window(window),
+      m_menu(new QMenu(window))
 {
-    m_menu.setObjectName(u"mnu_Mouse"_s);
+    m_menu->setObjectName(u"mnu_Mouse"_s);
     buildMenu();
 }
 
@@ -55,34 +56,34 @@ void SlotActions::addRateEntry(const QString &name, const QString &rateInWords, 
 
 void SlotActions::buildMenu()
 {
-    add(&m_menu, u"mnu_Book"_s, u"&Book…"_s, &SlotActions::book)->setIcon(Look::icon(u"book"_s));
-    add(&m_menu, u"mnu_AddEntry"_s, u"Put on the &waiting list…"_s, &SlotActions::addWaitingEntry)
+    add(m_menu, u"mnu_Book"_s, u"&Book…"_s, &SlotActions::book)->setIcon(Look::icon(u"book"_s));
+    add(m_menu, u"mnu_AddEntry"_s, u"Put on the &waiting list…"_s, &SlotActions::addWaitingEntry)
         ->setIcon(Look::icon(u"add-entry"_s));
-    m_menu.addSeparator();
+    m_menu->addSeparator();
     // Their keys are handled by the main window, which sees every key first; here they are only named.
-    add(&m_menu, u"mnu_Copy"_s, u"&Copy booker\tCtrl+C"_s, &SlotActions::copy)->setIcon(Look::icon(u"copy"_s));
-    add(&m_menu, u"mnu_Paste"_s, u"&Paste booker\tCtrl+V"_s, &SlotActions::paste)->setIcon(Look::icon(u"paste"_s));
-    auto *four = m_menu.addAction(u"Block book &4 weeks"_s, [this] { blockBook(4); });
+    add(m_menu, u"mnu_Copy"_s, u"&Copy booker\tCtrl+C"_s, &SlotActions::copy)->setIcon(Look::icon(u"copy"_s));
+    add(m_menu, u"mnu_Paste"_s, u"&Paste booker\tCtrl+V"_s, &SlotActions::paste)->setIcon(Look::icon(u"paste"_s));
+    auto *four = m_menu->addAction(u"Block book &4 weeks"_s, [this] { blockBook(4); });
     four->setObjectName(u"mnu_BlockBook1"_s);
     four->setIcon(Look::icon(u"block"_s));
-    auto *eight = m_menu.addAction(u"Block book &8 weeks"_s, [this] { blockBook(8); });
+    auto *eight = m_menu->addAction(u"Block book &8 weeks"_s, [this] { blockBook(8); });
     eight->setObjectName(u"mnu_BlockBook2"_s);
     eight->setIcon(Look::icon(u"block"_s));
-    m_menu.addSeparator();
+    m_menu->addSeparator();
     for (const qint16 minutes : {qint16(15), qint16(30), qint16(45)}) {
-        auto *extra = m_menu.addAction(u"Add "_s + QString::number(minutes) + u" minutes extra time"_s,
+        auto *extra = m_menu->addAction(u"Add "_s + QString::number(minutes) + u" minutes extra time"_s,
                                        [this, minutes] { addExtraTime(minutes); });
         extra->setObjectName(u"mnu_Add"_s + QString::number(minutes));
         extra->setIcon(Look::icon(u"extra-time"_s));
     }
-    add(&m_menu, u"mnu_ClearAddition"_s, u"Remove e&xtra time"_s, &SlotActions::clearAddition);
-    m_menu.addSeparator();
-    m_rates = m_menu.addMenu(Look::icon(u"rate"_s), u"&Rate"_s);
+    add(m_menu, u"mnu_ClearAddition"_s, u"Remove e&xtra time"_s, &SlotActions::clearAddition);
+    m_menu->addSeparator();
+    m_rates = m_menu->addMenu(Look::icon(u"rate"_s), u"&Rate"_s);
     addRateEntry(u"mnu_SetNormal"_s, u"normal"_s, RateType::normal);
     addRateEntry(u"mnu_SetMember"_s, u"member"_s, RateType::member);
     addRateEntry(u"mnu_setStudent"_s, u"student"_s, RateType::student);
-    m_menu.addSeparator();
-    add(&m_menu, u"mnu_Delete"_s, u"C&lear booking…"_s, &SlotActions::clear)->setIcon(Look::icon(u"clear"_s));
+    m_menu->addSeparator();
+    add(m_menu, u"mnu_Delete"_s, u"C&lear booking…"_s, &SlotActions::clear)->setIcon(Look::icon(u"clear"_s));
 }
 
 void SlotActions::addSpecialGroup(int group)

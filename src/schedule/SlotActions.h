@@ -21,7 +21,7 @@ public:
     SlotActions(Station &station, BookingClipboard &clipboard, Selection selection, QWidget *window);
 
     /// mnu_Mouse with its entries.
-    [[nodiscard]] QMenu *menu() { return &m_menu; }
+    [[nodiscard]] QMenu *menu() { return m_menu; }
     void addSpecialGroup(int group);
 
     void book();
@@ -54,6 +54,6 @@ private:
     BookingClipboard &m_clipboard;
     Selection m_selection;
     QWidget *m_window;
-    QMenu m_menu;
+    QMenu *m_menu;
     QMenu *m_rates = nullptr;
 };

@@ -1,0 +1,180 @@
+#include "WindowDriver.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QEventLoop>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int pollMilliseconds = 15;
+
+QObject *findIn(QWidget *window, const QString &name)
+{
+    if (window->objectName() == name)
+        return window;
+    const auto widgets = window->findChildren<QWidget *>(name);
+    for (QWidget *widget : widgets)
+        if (widget->isVisible())
+            return widget;
+    return window->findChild<QAction *>(name);
+}
+
+bool isUsable(const QString &name)
+{
+    QObject *found = WindowDriver::find(name);
+    const auto *widget = qobject_cast<QWidget *>(found);
+    return found && (!widget || widget->isEnabled());
+}
+
+} // namespace
+
+WindowDriver::WindowDriver(int patienceMilliseconds) : m_patience(patienceMilliseconds) {}
+
+QObject *WindowDriver::find(const QString &name)
+{
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return findIn(modal, name);
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows)
+        if (window->isVisible() && !qobject_cast<QMenu *>(window))
+            if (QObject *found = findIn(window, name))
+                return found;
+    return nullptr;
+}
+
+void WindowDriver::add(Step step)
+{
+    m_steps.push_back(std::move(step));
+}
+
+void WindowDriver::step(const QString &what, std::function<void()> act)
+{
+    add({what, [] { return true; }, std::move(act)});
+}
+
+void WindowDriver::await(const QString &what, std::function<bool()> condition)
+{
+    add({what, std::move(condition), [] {}});
+}
+
+void WindowDriver::awaitWindow(const QString &name)
+{
+    await(u"window "_s + name, [name] {
+        const auto *window = control<QWidget>(name);
+        return window && window->isWindow();
+    });
+}
+
+void WindowDriver::awaitClosed(const QString &name)
+{
+    await(u"no window "_s + name, [name] {
+        const auto windows = QApplication::topLevelWidgets();
+        return std::none_of(windows.cbegin(), windows.cend(), [&](const QWidget *window) {
+            return window->isVisible() && window->objectName() == name;
+        });
+    });
+}
+
+void WindowDriver::click(const QString &name)
+{
+    add({u"click "_s + name, [name] { return isUsable(name); },
+         [name] {
+             QObject *found = find(name);
+             if (auto *action = qobject_cast<QAction *>(found))
+                 action->trigger();
+             else if (auto *button = qobject_cast<QAbstractButton *>(found))
+                 button->click();
+             else if (auto *widget = qobject_cast<QWidget *>(found))
+                 QTest::mouseClick(widget, Qt::LeftButton);
+         }});
+}
+
+void WindowDriver::type(const QString &name, const QString &text)
+{
+    add({u"type into "_s + name, [name] { return isUsable(name) && control<QLineEdit>(name); },
+         [name, text] {
+             auto *box = control<QLineEdit>(name);
+             box->setFocus();
+             box->clear();
+             QString typed;
+             for (const QChar letter : text) // as typed: boxes look up what they hold after each letter
+                 box->setText(typed += letter);
+         }});
+}
+
+void WindowDriver::pressKey(const QString &name, Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    add({u"key in "_s + name, [name] { return isUsable(name); },
+         [=] { QTest::keyClick(control<QWidget>(name), key, modifiers); }});
+}
+
+void WindowDriver::selectRows(const QString &name, const std::vector<int> &rows)
+{
+    add({u"select rows of "_s + name, [name] { return isUsable(name) && control<QTableView>(name); },
+         [=] {
+             auto *table = control<QTableView>(name);
+             Qt::KeyboardModifiers modifiers = Qt::NoModifier;
+             for (const int row : rows) {
+                 const QRect cell = table->visualRect(table->model()->index(row, 2));
+                 QTest::mouseClick(table->viewport(), Qt::LeftButton, modifiers, cell.center());
+                 modifiers = Qt::ControlModifier;
+             }
+         }});
+}
+
+void WindowDriver::clickAt(const QString &name, std::function<QPoint(QWidget *)> point)
+{
+    add({u"click in "_s + name, [name] { return isUsable(name); },
+         [name, point = std::move(point)] {
+             auto *widget = control<QWidget>(name);
+             QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, point(widget));
+         }});
+}
+
+bool WindowDriver::run()
+{
+    QEventLoop loop;
+    connect(this, &WindowDriver::ended, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+    QTimer::singleShot(0, this, &WindowDriver::begin);
+    loop.exec();
+    return m_failure.isEmpty();
+}
+
+void WindowDriver::begin()
+{
+    if (m_steps.empty()) {
+        Q_EMIT ended();
+        return;
+    }
+    if (onStep)
+        onStep(m_steps.front().what);
+    poll(0);
+}
+
+void WindowDriver::poll(int waited)
+{
+    if (!m_steps.front().ready()) {
+        if (waited < m_patience) {
+            QTimer::singleShot(pollMilliseconds, this, [=, this] { poll(waited + pollMilliseconds); });
+            return;
+        }
+        const QWidget *modal = QApplication::activeModalWidget();
+        m_failure = u"waited in vain: "_s + m_steps.front().what +
+                    (modal ? u" (open: "_s + modal->objectName() + u')' : QString());
+        Q_EMIT ended();
+        return;
+    }
+    const auto act = std::move(m_steps.front().act);
+    m_steps.pop_front();
+    // The next step polls from a timer of its own: an action that opens a modal window returns only when it is closed.
+    QTimer::singleShot(pollMilliseconds, this, &WindowDriver::begin);
+    act();
+}
