@@ -123,11 +123,13 @@ static void registerDrawings()
     Q_INIT_RESOURCE(tamsora);
 }
 
-void Look::apply(QApplication &)
+void Look::apply(QApplication &application)
 {
     registerDrawings();
     QApplication::setWindowIcon(QIcon(u":/tamsora.png"_s));
-    QApplication::setStyle(new Style);
+    auto *style = new Style;
+    style->setParent(&application);
+    QApplication::setStyle(style);
     QApplication::setPalette(palette());
     QFont font = QApplication::font();
     if (font.pointSizeF() < readableSize) {
