@@ -60,30 +60,31 @@ BookerForm::BookerForm(Station &station, QWidget *parent)
     m_grid->setColumnStretch(Box, 1);
     m_grid->setColumnMinimumWidth(Message, fontMetrics().horizontalAdvance(u"Nobody in group 5 has this number  "_s));
 
-    addBox(u"&Name"_s, u"lbl_BookerName"_s, m_name, u"txt_BookerName"_s, FieldLengths::name);
-    addBox(u"&Organisation"_s, u"lbl_BookerOrg"_s, m_organisation, u"txt_BookerOrg"_s, FieldLengths::organisation);
-    addBox(u"&Telephone"_s, u"lbl_BookerTel"_s, m_telephone, u"txt_BookerTel"_s, FieldLengths::telephone);
-    addMemberBox();
-    addStudentBox();
+    addBox(u"&Name"_s, u"BookerName"_s, m_name, FieldLengths::name);
+    addBox(u"&Organisation"_s, u"BookerOrg"_s, m_organisation, FieldLengths::organisation);
+    addBox(u"&Telephone"_s, u"BookerTel"_s, m_telephone, FieldLengths::telephone);
+    addNumberBox(u"&Member number"_s, u"BookerMemberID"_s, RateType::member, u"No member has this number"_s,
+                 [this](const QString &number) { return findMember(m_station.database, number); });
+    addLookButton(u"btn_LookMember"_s, u"Look up the member number"_s)->setText(u"&Look up"_s);
+    addNumberBox(u"&Student number"_s, u"BookerStudentID"_s, RateType::student, u"No student has this number"_s,
+                 [this](const QString &number) { return findStudent(m_station.database, number); });
     guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
         for (int group = 1; group <= m_station.settings.SpecialGroupLimit; ++group)
             if (SpecialGroupTableExists(m_station.database, group))
                 addGroupBox(group);
     });
-    watchNumbers();
     addRateLine();
     setFocusProxy(m_name);
     showRate();
 }
 
-void BookerForm::addBox(const QString &caption, const QString &labelName, QLineEdit *box, const QString &boxName,
-                        int maxLength)
+void BookerForm::addBox(const QString &caption, const QString &name, QLineEdit *box, int maxLength)
 {
     const int row = m_grid->rowCount(); // row 0 is kept for addTopRow()
     QLabel *label = plainLabel(caption);
-    label->setObjectName(labelName);
+    label->setObjectName(u"lbl_"_s + QString(name).remove(u"ID"_s));
     label->setBuddy(box);
-    box->setObjectName(boxName);
+    box->setObjectName(u"txt_"_s + name);
     box->setAccessibleName(QString(caption).remove(u'&'));
     box->setMaxLength(maxLength);
     box->setMinimumWidth(200);
@@ -93,17 +94,20 @@ void BookerForm::addBox(const QString &caption, const QString &labelName, QLineE
     m_boxes.push_back(box);
 }
 
-BookerForm::NumberBox &BookerForm::addNumberBox(const QString &caption, const QString &labelName,
-                                                const QString &boxName)
+QLineEdit *BookerForm::addNumberBox(const QString &caption, const QString &name, const QString &ownRate,
+                                    const QString &unknown, FindBooker find)
 {
     auto *box = new QLineEdit(this);
-    addBox(caption, labelName, box, boxName, FieldLengths::memberNumber);
+    addBox(caption, name, box, FieldLengths::memberNumber);
     const int row = m_grid->rowCount() - 1;
     m_grid->addWidget(box, row, Box);
     QLabel *message = plainLabel();
-    message->setObjectName(QString(boxName).replace(u"txt_"_s, u"lbl_LookedUp_"_s));
+    message->setObjectName(u"lbl_LookedUp_"_s + name);
     m_grid->addWidget(message, row, Message);
-    return m_numbers.emplace_back(NumberBox{box, message, {}, {}, {}});
+    const std::size_t index = m_numbers.size();
+    m_numbers.push_back({box, message, ownRate, unknown, std::move(find)});
+    connect(box, &QLineEdit::textChanged, this, [this, index] { numberTyped(index); });
+    return box;
 }
 
 QPushButton *BookerForm::addLookButton(const QString &objectName, const QString &accessibleName)
@@ -117,34 +121,17 @@ QPushButton *BookerForm::addLookButton(const QString &objectName, const QString 
     return button;
 }
 
-void BookerForm::addMemberBox()
-{
-    NumberBox &number = addNumberBox(u"&Member number"_s, u"lbl_BookerMemberID"_s, u"txt_BookerMemberID"_s);
-    number.ownRate = RateType::member;
-    number.unknown = u"No member has this number"_s;
-    number.find = [this](const QString &text) { return findMember(m_station.database, text); };
-    addLookButton(u"btn_LookMember"_s, u"Look up the member number"_s)->setText(u"&Look up"_s);
-}
-
-void BookerForm::addStudentBox()
-{
-    NumberBox &number = addNumberBox(u"&Student number"_s, u"lbl_BookerStudentID"_s, u"txt_BookerStudentID"_s);
-    number.ownRate = RateType::student;
-    number.unknown = u"No student has this number"_s;
-    number.find = [this](const QString &text) { return findStudent(m_station.database, text); };
-}
-
 void BookerForm::addGroupBox(int group)
 {
     const QString n = QString::number(group);
-    NumberBox &number = addNumberBox(u"Group "_s + n, u"lbl_SpecialGroup_"_s + n, u"txt_SpecialGroupID_"_s + n);
-    number.ownRate = RateType::specialGroup(group);
-    number.unknown = u"Nobody in group "_s + n + u" has this number"_s;
-    number.find = [this, group](const QString &text) { return findGroupMember(m_station.database, group, text); };
+    QLineEdit *box =
+        addNumberBox(u"Group "_s + n, u"SpecialGroupID_"_s + n, RateType::specialGroup(group),
+                     u"Nobody in group "_s + n + u" has this number"_s, [this, group](const QString &number) {
+                         return findGroupMember(m_station.database, group, number);
+                     });
     addLookButton(u"btn_LookSpecialGroup_"_s + n, u"Look up the number in group "_s + n);
     if (group > 9)
         return;
-    QLineEdit *box = number.box;
     const QKeySequence key(int(Qt::ALT) | (int(Qt::Key_0) + group));
     connect(new QShortcut(key, this), &QShortcut::activated, box, [box] { box->setFocus(Qt::ShortcutFocusReason); });
     box->setToolTip(u"Alt+"_s + n);
@@ -217,12 +204,6 @@ void BookerForm::clear()
         number.box->clear();
     m_rateType = RateType::normal;
     showRate();
-}
-
-void BookerForm::watchNumbers()
-{
-    for (std::size_t index = 0; index < m_numbers.size(); ++index)
-        connect(m_numbers[index].box, &QLineEdit::textChanged, this, [this, index] { numberTyped(index); });
 }
 
 void BookerForm::numberTyped(std::size_t index)

@@ -42,6 +42,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    using FindBooker = std::function<std::optional<Booker>(const QString &)>;
     enum class LookUp { Found, Unknown, Failed };
 
     /// One register's row of the form.
@@ -51,18 +52,16 @@ private:
         QLabel *message; ///< what the look-up on purpose said
         QString ownRate; ///< the rate that an empty box takes away
         QString unknown; ///< what to say of a number that nobody has
-        std::function<std::optional<Booker>(const QString &)> find;
+        FindBooker find;
     };
 
-    void addBox(const QString &caption, const QString &labelName, QLineEdit *box, const QString &boxName,
-                int maxLength);
-    NumberBox &addNumberBox(const QString &caption, const QString &labelName, const QString &boxName);
+    /// The name stands behind lbl_ and txt_.
+    void addBox(const QString &caption, const QString &name, QLineEdit *box, int maxLength);
+    QLineEdit *addNumberBox(const QString &caption, const QString &name, const QString &ownRate, const QString &unknown,
+                            FindBooker find);
     QPushButton *addLookButton(const QString &objectName, const QString &accessibleName);
-    void addMemberBox();
-    void addStudentBox();
     void addGroupBox(int group);
     void addRateLine();
-    void watchNumbers();
     void numberTyped(std::size_t index);
     LookUp lookUp(std::size_t index);
     void lookUpOnPurpose(std::size_t index);

@@ -75,7 +75,7 @@ frm_BlockBookingResult::frm_BlockBookingResult(const std::vector<BlockBookingHou
     layout->addWidget(table, 1);
     layout->addSpacing(8);
     layout->addWidget(close, 0, Qt::AlignRight);
-    resize(qMax(480, columnsWidth(table) + 112), 560);
+    resize(qMax(480, columnsWidth(table) + 112), qMin(560, table->verticalHeader()->length() + 208));
 }
 
 QTableView *frm_BlockBookingResult::makeTable(const std::vector<BlockBookingHour> &results)
