@@ -46,7 +46,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
@@ -54,6 +54,9 @@ private:
     [[nodiscard]] QPointF toPicture(QPointF position) const;
     [[nodiscard]] QString fieldName(int field) const;
     [[nodiscard]] QString fieldSentence(int field) const;
+    [[nodiscard]] bool hasAlert(int field) const;
+    [[nodiscard]] bool isCompact() const;
+    [[nodiscard]] QRectF plateRoom(int field) const;
     void pointAt(int field);
     void paintField(QPainter &painter, int field) const;
     void paintStatus(QPainter &painter, int field) const;

@@ -25,9 +25,9 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
-    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
 
 protected:
+    [[nodiscard]] bool hasPicture() const { return !m_path.isEmpty(); }
     /// The picture's own size, in its own coordinates.
     [[nodiscard]] QSizeF pictureSize() const { return m_pictureSize; }
     /// For a picture that is not there: the size that its coordinates are meant for.
@@ -36,7 +36,6 @@ protected:
     [[nodiscard]] double canvasScale() const;
 
     void paintEvent(QPaintEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
 
 private:
     [[nodiscard]] QSizeF canvasSize() const;

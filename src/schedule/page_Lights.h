@@ -2,6 +2,7 @@
 
 #include "schedule/Lights.h"
 
+#include <QIcon>
 #include <QWidget>
 
 #include <memory>
@@ -18,7 +19,7 @@ class page_Lights : public QWidget
     Q_OBJECT
 
 public:
-    /// Reads the plan's settings, no database: refresh() does. Throws SettingError.
+    /// Reads the plan's settings (an error is shown with code 5), no database: refresh() does.
     explicit page_Lights(Station &station, QWidget *parent = nullptr);
     ~page_Lights() override;
 
@@ -35,16 +36,20 @@ Q_SIGNALS:
 
 private:
     void buildSwitches();
-    void toggle(int row);
-    void setSwitch(int row, bool on);
-    [[nodiscard]] bool isOn(int row) const;
+    // A switch's state is the picture that it shows.
+    void setSwitch(std::size_t row, bool on);
+    [[nodiscard]] bool isOn(std::size_t row) const;
     [[nodiscard]] int lightField() const;
-    void commit();
-    void planClicked();
+    void showField();
+    std::vector<LightCommit> readField();
     void showCommits(const std::vector<LightCommit> &commits);
+    void planClicked();
+    void commit();
 
     Station &m_station;
     const std::unique_ptr<Ui::page_Lights> m_ui;
-    std::array<QToolButton *, 5> m_switches{};
+    std::array<QToolButton *, LightRows{}.size()> m_switches{};
+    QIcon m_on;
+    QIcon m_off;
     QString m_pointerText;
 };

@@ -1,0 +1,470 @@
+#include "schedule/LayoutPlan.h"
+
+#include "app/Look.h"
+#include "schedule/Alerts.h"
+
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double ownLetteringScale = 0.7; // below it the picture's own lettering is too small to be read
+constexpr double margin = 4;
+constexpr int smallestText = 8;
+constexpr int smallestLightText = 10; // pixels; where it would be smaller, the lights are left out
+constexpr Look::Tone lit{{255, 205, 56}, {64, 47, 0}};
+constexpr Look::Tone unlit{{74, 82, 88}, {255, 255, 255}};
+
+Look::Tone toneOf(FieldState state)
+{
+    switch (state) {
+    case FieldState::Free:
+        return Look::free;
+    case FieldState::Booked:
+        return Look::booked;
+    case FieldState::Shared:
+        return Look::shared;
+    case FieldState::Closed:
+        break;
+    }
+    return Look::past;
+}
+
+// What a field's plate says, piece by piece, each on its own ground.
+struct Piece
+{
+    QString text;
+    Look::Tone tone;
+    bool bold = false;
+    bool framed = false;
+};
+
+QSizeF sizeOf(const Piece &piece, QFont font)
+{
+    font.setBold(piece.bold);
+    const QFontMetricsF metrics(font);
+    return {metrics.horizontalAdvance(piece.text) + metrics.height() * 0.7, metrics.height() + 1};
+}
+
+// The pieces side by side or one below the other, from the origin.
+std::vector<QRectF> arranged(const std::vector<Piece> &pieces, const QFont &font, bool sideBySide)
+{
+    std::vector<QRectF> places;
+    QSizeF whole;
+    for (const Piece &piece : pieces) {
+        const QSizeF size = sizeOf(piece, font);
+        places.emplace_back(sideBySide ? QPointF(whole.width(), 0) : QPointF(0, whole.height()), size);
+        whole = sideBySide ? QSizeF(whole.width() + size.width(), std::max(whole.height(), size.height()))
+                           : QSizeF(std::max(whole.width(), size.width()), whole.height() + size.height());
+    }
+    if (!sideBySide) {
+        for (QRectF &place : places)
+            place.setWidth(whole.width());
+    }
+    return places;
+}
+
+struct Plate
+{
+    std::vector<Piece> pieces;
+    std::vector<QRectF> places;
+    QFont font;
+
+    [[nodiscard]] QSizeF size() const
+    {
+        return places.empty() ? QSizeF() : places.front().united(places.back()).size();
+    }
+};
+
+// The largest lettering with which all pieces fit, if there is one.
+std::optional<Plate> fittingPlate(const std::vector<Piece> &pieces, QFont font, int largest, int smallest, QSizeF room)
+{
+    for (int pixels = largest; pixels >= smallest; --pixels) {
+        font.setPixelSize(pixels);
+        for (const bool sideBySide : {true, false}) {
+            Plate plate{pieces, arranged(pieces, font, sideBySide), font};
+            const QSizeF size = plate.size();
+            if (size.width() <= room.width() && size.height() <= room.height())
+                return plate;
+        }
+    }
+    return std::nullopt;
+}
+
+// What fits: all, then all but the lights (they come last), then the state alone, cut where it must be.
+Plate plateFor(std::vector<Piece> pieces, const Piece &state, bool withLights, const QFont &font, QSizeF room)
+{
+    const int largest = std::max(QFontInfo(font).pixelSize(), smallestText);
+    if (withLights) {
+        if (auto plate = fittingPlate(pieces, font, largest, smallestLightText, room))
+            return *plate;
+        pieces.pop_back();
+    }
+    if (auto plate = fittingPlate(pieces, font, largest, smallestText, room))
+        return *plate;
+    if (auto plate = fittingPlate({state}, font, largest, smallestText, room))
+        return *plate;
+    QFont small = font;
+    small.setPixelSize(smallestText);
+    Piece cut = state;
+    cut.text = QFontMetricsF(small).elidedText(cut.text, Qt::ElideRight, room.width() - smallestText);
+    return {{cut}, arranged({cut}, small, true), small};
+}
+
+void drawFrame(QPainter &painter, const QRectF &place)
+{
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Look::ink, 1));
+    painter.drawRect(place);
+}
+
+void drawPlate(QPainter &painter, const Plate &plate, QPointF corner)
+{
+    for (std::size_t i = 0; i < plate.pieces.size(); ++i) {
+        const QRectF place = plate.places[i].translated(corner);
+        QFont font = plate.font;
+        font.setBold(plate.pieces[i].bold);
+        painter.setFont(font);
+        painter.fillRect(place, plate.pieces[i].tone.background);
+        painter.setPen(plate.pieces[i].tone.text);
+        painter.drawText(place, Qt::AlignCenter, plate.pieces[i].text);
+        if (plate.pieces[i].framed)
+            drawFrame(painter, place);
+    }
+    drawFrame(painter, QRectF(corner, plate.size()));
+}
+
+} // namespace
+
+LayoutPlan::LayoutPlan(QWidget *parent) : PlacedPicture(parent)
+{
+    setMouseTracking(true);
+    setFocusPolicy(Qt::TabFocus);
+    setAccessibleName(u"Plan of the fields"_s);
+}
+
+void LayoutPlan::load(const QString &section, const QString &hotSpotSection, int maxField)
+{
+    loadPicture(section);
+    m_spots = HotSpots(hotSpotSection, maxField);
+    const QRectF spots = m_spots.bounds();
+    setFallbackSize({spots.left() + spots.right(), spots.top() + spots.bottom()});
+    placeAlertLabels();
+}
+
+void LayoutPlan::addAlertLabels()
+{
+    for (int field = 0; field < m_spots.count(); ++field) {
+        auto *const label = new QLabel(this);
+        label->setObjectName(u"lbl_Alert_"_s + QString::number(field));
+        label->setAccessibleName(u"Alert for "_s + fieldName(field));
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
+        QPalette colors = label->palette();
+        colors.setColor(QPalette::Window, Look::alert.background);
+        colors.setColor(QPalette::WindowText, Look::alert.text);
+        label->setPalette(colors);
+        label->setAutoFillBackground(true);
+        label->setFrameStyle(int(QFrame::Box) | int(QFrame::Plain));
+        label->setAlignment(Qt::AlignCenter);
+        label->hide();
+        m_alerts.push_back(label);
+    }
+    placeAlertLabels();
+}
+
+void LayoutPlan::setFieldNames(std::vector<QString> names)
+{
+    m_names = std::move(names);
+    describe();
+}
+
+void LayoutPlan::setSelectedField(int field)
+{
+    m_selected = field;
+    describe();
+}
+
+void LayoutPlan::setFieldStatus(std::vector<FieldStatus> status)
+{
+    m_status = std::move(status);
+    describe();
+}
+
+void LayoutPlan::setAlertCaptions(const std::vector<QString> &captions)
+{
+    for (std::size_t field = 0; field < std::min(captions.size(), m_alerts.size()); ++field)
+        m_alerts[field]->setText(captions[field]);
+    setAlertsLit(m_alertsLit);
+    describe();
+}
+
+void LayoutPlan::setAlertsLit(bool lit)
+{
+    m_alertsLit = lit;
+    for (QLabel *const label : m_alerts)
+        label->setVisible(lit && label->text() == alertCaption);
+}
+
+QRectF LayoutPlan::fieldRect(int field) const
+{
+    const auto spot = m_spots.spot(field);
+    const QSizeF size = pictureSize();
+    if (!spot || size.isEmpty())
+        return {};
+    const QRectF place = pictureRect();
+    const double across = place.width() / size.width();
+    const double down = place.height() / size.height();
+    return {place.left() + spot->left * across, place.top() + spot->top * down, (spot->right - spot->left) * across,
+            (spot->bottom - spot->top) * down};
+}
+
+QPointF LayoutPlan::toPicture(QPointF position) const
+{
+    const QRectF place = pictureRect();
+    if (place.isEmpty())
+        return position;
+    return {(position.x() - place.left()) * pictureSize().width() / place.width(),
+            (position.y() - place.top()) * pictureSize().height() / place.height()};
+}
+
+QString LayoutPlan::fieldName(int field) const
+{
+    const auto index = std::size_t(field);
+    return index < m_names.size() && !m_names[index].isEmpty() ? m_names[index] : u"Field "_s + QString::number(field);
+}
+
+QString LayoutPlan::fieldSentence(int field) const
+{
+    QString sentence = fieldName(field);
+    if (std::size_t(field) < m_status.size()) {
+        const FieldStatus &status = m_status[std::size_t(field)];
+        sentence += u": "_s + status.stateText();
+        if (status.state == FieldState::Booked)
+            sentence += u", "_s + status.booker;
+        if (!status.lightText().isEmpty())
+            sentence += u". "_s + status.lightText();
+    }
+    if (hasAlert(field))
+        sentence += u". The players change at the hour."_s;
+    return sentence;
+}
+
+bool LayoutPlan::hasAlert(int field) const
+{
+    return std::size_t(field) < m_alerts.size() && m_alerts[std::size_t(field)]->text() == alertCaption;
+}
+
+void LayoutPlan::describe()
+{
+    const int field = m_pointed >= 0 ? m_pointed : m_selected;
+    setAccessibleDescription(field >= 0 ? fieldSentence(field) : QString());
+    update();
+}
+
+void LayoutPlan::pointAt(int field)
+{
+    setCursor(field >= 0 ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    if (field == m_pointed)
+        return;
+    m_pointed = field;
+    describe();
+}
+
+bool LayoutPlan::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return PlacedPicture::event(event);
+    const auto *const help = static_cast<QHelpEvent *>(event);
+    const int field = m_spots.fieldAt(toPicture(help->pos()));
+    // Marked as rich text and escaped, so that a booker's name stands as it was typed, and long ones wrap.
+    const QString tip = field >= 0 ? u"<qt>"_s + fieldSentence(field).toHtmlEscaped() : QString();
+    QToolTip::showText(help->globalPos(), tip, this, fieldRect(field).toAlignedRect());
+    return true;
+}
+
+void LayoutPlan::resizeEvent(QResizeEvent *event)
+{
+    PlacedPicture::resizeEvent(event);
+    placeAlertLabels();
+}
+
+void LayoutPlan::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPointF point = toPicture(event->position());
+    pointAt(m_spots.fieldAt(point));
+    Q_EMIT hovered(m_spots.textAt(point));
+}
+
+// A finger has not hovered before it clicks.
+void LayoutPlan::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || !rect().contains(event->position().toPoint()))
+        return;
+    mouseMoveEvent(event);
+    Q_EMIT clicked();
+}
+
+void LayoutPlan::leaveEvent(QEvent *event)
+{
+    pointAt(-1);
+    PlacedPicture::leaveEvent(event);
+}
+
+void LayoutPlan::keyPressEvent(QKeyEvent *event)
+{
+    const int present = m_pointed >= 0 ? m_pointed : m_selected;
+    const int last = m_spots.count() - 1;
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        pointAt(std::clamp(present - 1, std::min(0, last), std::max(0, last)));
+        break;
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        pointAt(std::min(present + 1, last));
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        Q_EMIT hovered(QString::number(present));
+        Q_EMIT clicked();
+        break;
+    default:
+        PlacedPicture::keyPressEvent(event);
+    }
+}
+
+bool LayoutPlan::isCompact() const
+{
+    return canvasScale() < ownLetteringScale || !hasPicture();
+}
+
+// At the right of its field, where the plate is not; labels of fields that are not on the plan stand along its lower
+// edge.
+void LayoutPlan::placeAlertLabels()
+{
+    QPointF loose(margin, 0);
+    for (std::size_t field = 0; field < m_alerts.size(); ++field) {
+        QLabel *const label = m_alerts[field];
+        const QRectF place = fieldRect(int(field)).adjusted(margin, margin, -margin, -margin);
+        QFont letters = font();
+        letters.setBold(true);
+        letters.setPixelSize(std::clamp(int(place.height() / 3), 9, QFontInfo(font()).pixelSize()));
+        label->setFont(letters);
+        const QFontMetrics metrics(letters);
+        const QSize size(metrics.horizontalAdvance(alertCaption) + 10, metrics.height() + 2);
+        label->resize(size);
+        if (fieldRect(int(field)).isEmpty()) {
+            label->move(int(loose.x()), height() - size.height() - int(margin));
+            loose.rx() += size.width() + margin;
+        } else {
+            label->move(int(place.right()) - size.width(),
+                        isCompact() ? int(place.bottom()) - size.height() + 1 : int(place.top()));
+        }
+    }
+}
+
+void LayoutPlan::paintEvent(QPaintEvent *event)
+{
+    PlacedPicture::paintEvent(event);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (int field = 0; field < m_spots.count(); ++field) {
+        if (!fieldRect(field).isEmpty())
+            paintField(painter, field);
+    }
+    for (const int field : {m_pointed, m_selected}) {
+        if (!fieldRect(field).isEmpty())
+            paintMarker(painter, field);
+    }
+    if (hasFocus()) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(Look::accent, 2));
+        painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
+    }
+}
+
+void LayoutPlan::paintField(QPainter &painter, int field) const
+{
+    const bool known = std::size_t(field) < m_status.size();
+    const FieldStatus status = known ? m_status[std::size_t(field)] : FieldStatus{};
+    const QRectF place = fieldRect(field);
+    if (known) {
+        // Multiplied, the tone leaves the picture's own lettering as dark as it is.
+        painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+        painter.setOpacity(0.65);
+        painter.fillRect(place, toneOf(status.state).background);
+        painter.setOpacity(1);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    }
+    painter.setPen(QPen(Look::ink, known ? 1.0 : 0.5));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(place);
+    paintStatus(painter, field);
+}
+
+void LayoutPlan::paintStatus(QPainter &painter, int field) const
+{
+    const bool known = std::size_t(field) < m_status.size();
+    const FieldStatus status = known ? m_status[std::size_t(field)] : FieldStatus{};
+    const Look::Tone tone = toneOf(status.state);
+    std::vector<Piece> pieces;
+    if (isCompact())
+        pieces.push_back({fieldName(field), tone, true});
+    const Piece state{status.stateText(), tone, false};
+    if (known)
+        pieces.push_back(state);
+    const bool withLights = known && !status.lightText().isEmpty();
+    if (withLights)
+        pieces.push_back({status.lightText(), status.litRows > 0 ? lit : unlit, false, true});
+    if (pieces.empty())
+        return;
+    const QRectF room = plateRoom(field);
+    QFont letters = font();
+    letters.setPixelSize(int(QFontInfo(font()).pixelSize() * (isCompact() ? 0.85 : 1.0)));
+    const Plate plate = plateFor(pieces, known ? state : pieces.front(), withLights, letters, room.size());
+    drawPlate(painter, plate, isCompact() ? room.topLeft() : room.bottomLeft() - QPointF(0, plate.size().height()));
+}
+
+// A small plan has the plate where a picture's lettering mostly stands, in the upper left, in its stead; a large one in
+// the lower left, beside it. The alert label stands above or below the plate, in a flat field beside it.
+QRectF LayoutPlan::plateRoom(int field) const
+{
+    QRectF room = fieldRect(field).adjusted(margin, margin, -margin, -margin);
+    if (!hasAlert(field))
+        return room;
+    const QSize label = m_alerts[std::size_t(field)]->size();
+    if (room.height() < 2.5 * label.height())
+        room.setRight(room.right() - label.width() - margin);
+    else if (isCompact())
+        room.setBottom(room.bottom() - label.height());
+    else
+        room.setTop(room.top() + label.height());
+    return room;
+}
+
+void LayoutPlan::paintMarker(QPainter &painter, int field) const
+{
+    const QRectF place = fieldRect(field);
+    painter.setBrush(Qt::NoBrush);
+    if (field != m_selected) {
+        painter.setPen(QPen(Look::ink, 2, Qt::DashLine));
+        painter.drawRect(place.adjusted(-1, -1, 1, 1));
+        return;
+    }
+    painter.setPen(QPen(Qt::white, 6));
+    painter.drawRect(place);
+    painter.setPen(QPen(Look::accent, 3));
+    painter.drawRect(place);
+    const QPointF tick = isCompact() ? place.bottomLeft() + QPointF(2, -2) : place.bottomRight() - QPointF(2, 2);
+    painter.setPen(QPen(Qt::white, 2));
+    painter.setBrush(Look::accent);
+    painter.drawEllipse(tick, 9, 9);
+    painter.drawPolyline(QPolygonF{tick + QPointF(-4, 0), tick + QPointF(-1, 3), tick + QPointF(4, -3)});
+}

@@ -1,0 +1,127 @@
+#include "schedule/PlacedPicture.h"
+
+#include "app/Settings.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QImageReader>
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr double leastSize = 1;  // what a missing key gives, and no size at all
+constexpr double farthest = 1e6; // a place beyond it is a slip of the keyboard
+constexpr QSizeF preferred{640, 640};
+constexpr QSizeF least{160, 160};
+
+} // namespace
+
+PlacedPicture::PlacedPicture(QWidget *parent) : QWidget(parent)
+{
+    m_sharpener.setSingleShot(true);
+    m_sharpener.setInterval(100ms);
+    connect(&m_sharpener, &QTimer::timeout, this, [this] {
+        drawSharply();
+        update();
+    });
+}
+
+void PlacedPicture::loadPicture(const QString &section)
+{
+    const PicturePlacement placement = readPicturePlacement(section);
+    const auto sane = [](double value) { return std::clamp(value, 0.0, farthest); };
+    m_place = QRectF(sane(placement.left), sane(placement.top), sane(placement.width), sane(placement.height));
+    m_path = QDir(QCoreApplication::applicationDirPath()).filePath(placement.image);
+    QImageReader reader(m_path);
+    reader.setDecideFormatFromContent(true);
+    m_pictureSize = reader.canRead() ? QSizeF(reader.size()) : QSizeF();
+    if (m_pictureSize.isEmpty())
+        m_path.clear();
+    if (m_place.width() <= leastSize || m_place.height() <= leastSize)
+        m_place = QRectF(QPointF(), m_pictureSize);
+    m_picture = {};
+    updateGeometry();
+    update();
+}
+
+void PlacedPicture::setAlignment(Qt::Alignment alignment)
+{
+    m_alignment = alignment;
+    update();
+}
+
+void PlacedPicture::setFallbackSize(QSizeF size)
+{
+    if (!m_pictureSize.isEmpty())
+        return;
+    m_pictureSize = size;
+    if (m_place.isEmpty())
+        m_place = QRectF(QPointF(), size);
+}
+
+QSizeF PlacedPicture::canvasSize() const
+{
+    return {m_place.right(), m_place.bottom()};
+}
+
+double PlacedPicture::canvasScale() const
+{
+    const QSizeF canvas = canvasSize();
+    return canvas.isEmpty() ? 1.0 : std::min(width() / canvas.width(), height() / canvas.height());
+}
+
+QRectF PlacedPicture::pictureRect() const
+{
+    const double scale = canvasScale();
+    const QSize canvas = (canvasSize() * scale).toSize();
+    const QPoint corner = QStyle::alignedRect(layoutDirection(), m_alignment, canvas, rect()).topLeft();
+    return {corner + m_place.topLeft() * scale, m_place.size() * scale};
+}
+
+QSize PlacedPicture::sizeHint() const
+{
+    const QSizeF canvas = canvasSize();
+    return canvas.isEmpty() ? minimumSizeHint()
+                            : canvas.scaled(canvas.boundedTo(preferred), Qt::KeepAspectRatio).toSize();
+}
+
+QSize PlacedPicture::minimumSizeHint() const
+{
+    return canvasSize().scaled(least, Qt::KeepAspectRatio).toSize();
+}
+
+void PlacedPicture::drawSharply()
+{
+    const double ratio = devicePixelRatioF();
+    const QSize size = (pictureRect().size() * ratio).toSize();
+    if (m_path.isEmpty() || size.isEmpty() || size == m_picture.size())
+        return;
+    QImageReader reader(m_path);
+    reader.setDecideFormatFromContent(true);
+    reader.setScaledSize(size);
+    m_picture = QPixmap::fromImage(reader.read());
+    m_picture.setDevicePixelRatio(ratio);
+    if (m_picture.isNull())
+        m_path.clear();
+}
+
+// While the widget changes its size the picture at hand is stretched; reading the file for every step would stutter.
+void PlacedPicture::paintEvent(QPaintEvent *)
+{
+    const QRectF place = pictureRect();
+    if (m_picture.isNull())
+        drawSharply();
+    else if (m_picture.size() != (place.size() * devicePixelRatioF()).toSize())
+        m_sharpener.start();
+    if (m_picture.isNull())
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(place, m_picture, QRectF(m_picture.rect()));
+}
