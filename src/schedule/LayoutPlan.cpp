@@ -2,6 +2,7 @@
 
 #include "app/Look.h"
 #include "schedule/Alerts.h"
+#include "schedule/FieldPlate.h"
 
 #include <QHelpEvent>
 #include <QMouseEvent>
@@ -16,8 +17,6 @@ namespace {
 
 constexpr double ownLetteringScale = 0.7; // below it the picture's own lettering is too small to be read
 constexpr double margin = 4;
-constexpr int smallestText = 8;
-constexpr int smallestLightText = 10; // pixels; where it would be smaller, the lights are left out
 constexpr Look::Tone lit{{255, 205, 56}, {64, 47, 0}};
 constexpr Look::Tone unlit{{74, 82, 88}, {255, 255, 255}};
 
@@ -34,110 +33,6 @@ Look::Tone toneOf(FieldState state)
         break;
     }
     return Look::past;
-}
-
-// What a field's plate says, piece by piece, each on its own ground.
-struct Piece
-{
-    QString text;
-    Look::Tone tone;
-    bool bold = false;
-    bool framed = false;
-};
-
-QSizeF sizeOf(const Piece &piece, QFont font)
-{
-    font.setBold(piece.bold);
-    const QFontMetricsF metrics(font);
-    return {metrics.horizontalAdvance(piece.text) + metrics.height() * 0.7, metrics.height() + 1};
-}
-
-// The pieces side by side or one below the other, from the origin.
-std::vector<QRectF> arranged(const std::vector<Piece> &pieces, const QFont &font, bool sideBySide)
-{
-    std::vector<QRectF> places;
-    QSizeF whole;
-    for (const Piece &piece : pieces) {
-        const QSizeF size = sizeOf(piece, font);
-        places.emplace_back(sideBySide ? QPointF(whole.width(), 0) : QPointF(0, whole.height()), size);
-        whole = sideBySide ? QSizeF(whole.width() + size.width(), std::max(whole.height(), size.height()))
-                           : QSizeF(std::max(whole.width(), size.width()), whole.height() + size.height());
-    }
-    if (!sideBySide) {
-        for (QRectF &place : places)
-            place.setWidth(whole.width());
-    }
-    return places;
-}
-
-struct Plate
-{
-    std::vector<Piece> pieces;
-    std::vector<QRectF> places;
-    QFont font;
-
-    [[nodiscard]] QSizeF size() const
-    {
-        return places.empty() ? QSizeF() : places.front().united(places.back()).size();
-    }
-};
-
-// The largest lettering with which all pieces fit, if there is one.
-std::optional<Plate> fittingPlate(const std::vector<Piece> &pieces, QFont font, int largest, int smallest, QSizeF room)
-{
-    for (int pixels = largest; pixels >= smallest; --pixels) {
-        font.setPixelSize(pixels);
-        for (const bool sideBySide : {true, false}) {
-            Plate plate{pieces, arranged(pieces, font, sideBySide), font};
-            const QSizeF size = plate.size();
-            if (size.width() <= room.width() && size.height() <= room.height())
-                return plate;
-        }
-    }
-    return std::nullopt;
-}
-
-// What fits: all, then all but the lights (they come last), then the state alone, cut where it must be.
-Plate plateFor(std::vector<Piece> pieces, const Piece &state, bool withLights, const QFont &font, QSizeF room)
-{
-    const int largest = std::max(QFontInfo(font).pixelSize(), smallestText);
-    if (withLights) {
-        if (auto plate = fittingPlate(pieces, font, largest, smallestLightText, room))
-            return *plate;
-        pieces.pop_back();
-    }
-    if (auto plate = fittingPlate(pieces, font, largest, smallestText, room))
-        return *plate;
-    if (auto plate = fittingPlate({state}, font, largest, smallestText, room))
-        return *plate;
-    QFont small = font;
-    small.setPixelSize(smallestText);
-    Piece cut = state;
-    cut.text = QFontMetricsF(small).elidedText(cut.text, Qt::ElideRight, room.width() - smallestText);
-    return {{cut}, arranged({cut}, small, true), small};
-}
-
-void drawFrame(QPainter &painter, const QRectF &place)
-{
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Look::ink, 1));
-    painter.drawRect(place);
-}
-
-void drawPlate(QPainter &painter, const Plate &plate, QPointF corner)
-{
-    for (std::size_t i = 0; i < plate.pieces.size(); ++i) {
-        const QRectF place = plate.places[i].translated(corner);
-        QFont font = plate.font;
-        font.setBold(plate.pieces[i].bold);
-        painter.setFont(font);
-        painter.fillRect(place, plate.pieces[i].tone.background);
-        painter.setPen(plate.pieces[i].tone.text);
-        painter.drawText(place, Qt::AlignCenter, plate.pieces[i].text);
-        if (plate.pieces[i].framed)
-            drawFrame(painter, place);
-    }
-    drawFrame(painter, QRectF(corner, plate.size()));
 }
 
 } // namespace
@@ -414,10 +309,10 @@ void LayoutPlan::paintStatus(QPainter &painter, int field) const
     const bool known = std::size_t(field) < m_status.size();
     const FieldStatus status = known ? m_status[std::size_t(field)] : FieldStatus{};
     const Look::Tone tone = toneOf(status.state);
-    std::vector<Piece> pieces;
+    std::vector<PlatePiece> pieces;
     if (isCompact())
         pieces.push_back({fieldName(field), tone, true});
-    const Piece state{status.stateText(), tone, false};
+    const PlatePiece state{status.stateText(), tone, false};
     if (known)
         pieces.push_back(state);
     const bool withLights = known && !status.lightText().isEmpty();
@@ -428,8 +323,8 @@ void LayoutPlan::paintStatus(QPainter &painter, int field) const
     const QRectF room = plateRoom(field);
     QFont letters = font();
     letters.setPixelSize(int(QFontInfo(font()).pixelSize() * (isCompact() ? 0.85 : 1.0)));
-    const Plate plate = plateFor(pieces, known ? state : pieces.front(), withLights, letters, room.size());
-    drawPlate(painter, plate, isCompact() ? room.topLeft() : room.bottomLeft() - QPointF(0, plate.size().height()));
+    const auto plate = FieldPlate::fitting(pieces, known ? state : pieces.front(), withLights, letters, room.size());
+    plate.draw(painter, isCompact() ? room.topLeft() : room.bottomLeft() - QPointF(0, plate.size().height()));
 }
 
 // A small plan has the plate where a picture's lettering mostly stands, in the upper left, in its stead; a large one in
