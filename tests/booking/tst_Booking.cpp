@@ -2,6 +2,7 @@
 
 #include "booking/Customers.h"
 #include "booking/RemarkLog.h"
+#include "support/DrawnRows.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestStation.h"
 
@@ -180,28 +181,21 @@ void tst_Booking::statements()
 
 void tst_Booking::clock_data()
 {
-    QTest::addColumn<QString>("now");
-    QTest::addColumn<QString>("day");
-    QTest::addColumn<QString>("hour");
-    QTest::addColumn<bool>("booked");
-    const auto row = [](const char *now, const char *day, const char *hour, bool booked) {
-        QTest::addRow("%s for %s %s", now, day, hour)
-            << QString::fromLatin1(now) << QString::fromLatin1(day) << QString::fromLatin1(hour) << booked;
-    };
-    row("2026-11-14 14:59:59", "2026-11-14", "14:00", true);
-    row("2026-11-14 15:00:00", "2026-11-14", "14:00", false);
-    row("2026-11-14 15:00:00", "2026-11-13", "23:00", false);
-    row("2026-11-30 23:59:59", "2026-11-30", "24:00", true);
-    row("2026-12-01 00:59:59", "2026-11-30", "24:00", true);
-    row("2026-12-01 01:00:00", "2026-11-30", "24:00", false);
-    row("2027-01-01 02:59:59", "2026-12-31", "02:00", true);
-    row("2027-01-01 03:00:00", "2026-12-31", "02:00", false);
-    row("2028-02-29 00:30:00", "2028-02-28", "24:00", true);
-    row("2026-11-14 00:30:00", "2026-11-14", "01:00", true);
-    // What is no hour of the business day is long past.
-    row("2026-11-14 14:59:59", "2026-11-20", "00:00", false);
-    row("2026-11-14 14:59:59", "2026-11-20", "03:00", false);
-    row("2026-11-14 14:59:59", "2026-11-20", "07:00", false);
+    drawnRows({"now", "day", "hour", "outcome"}, uR"(
+        going on          | 2026-11-14 14:59:59 | 2026-11-14 | 14:00 | booked
+        over              | 2026-11-14 15:00:00 | 2026-11-14 | 14:00 | past
+        yesterday         | 2026-11-14 15:00:00 | 2026-11-13 | 23:00 | past
+        month end         | 2026-11-30 23:59:59 | 2026-11-30 | 24:00 | booked
+        after the month   | 2026-12-01 00:59:59 | 2026-11-30 | 24:00 | booked
+        midnight over     | 2026-12-01 01:00:00 | 2026-11-30 | 24:00 | past
+        after the year    | 2027-01-01 02:59:59 | 2026-12-31 | 02:00 | booked
+        last hour over    | 2027-01-01 03:00:00 | 2026-12-31 | 02:00 | past
+        leap day          | 2028-02-29 00:30:00 | 2028-02-28 | 24:00 | booked
+        the night before  | 2026-11-14 00:30:00 | 2026-11-14 | 01:00 | booked
+        no hour of a day  | 2026-11-14 14:59:59 | 2026-11-20 | 00:00 | past
+        after closing     | 2026-11-14 14:59:59 | 2026-11-20 | 03:00 | past
+        before opening    | 2026-11-14 14:59:59 | 2026-11-20 | 07:00 | past
+    )"_s);
 }
 
 void tst_Booking::clock()
@@ -209,7 +203,8 @@ void tst_Booking::clock()
     QFETCH(QString, now);
     QFETCH(QString, day);
     QFETCH(QString, hour);
-    QFETCH(bool, booked);
+    QFETCH(QString, outcome);
+    const bool booked = outcome == u"booked";
     ScriptedPrompts prompts;
     TestStation station(*m_server, prompts);
     station.setNow(now);
@@ -275,31 +270,25 @@ void tst_Booking::backslashAtTheEnd()
 
 void tst_Booking::beforeTheBookerIsAsked_data()
 {
-    QTest::addColumn<QStringList>("day");
-    QTest::addColumn<QStringList>("script");
-    QTest::addColumn<QString>("confirmedBy");
-    const QString past = u"refuse: You cannot book previous entry"_s;
-    const QString taken = u"refuse: The field already being booked"_s;
-    QTest::newRow("free") << QStringList{u">14:00"_s, u">24:00"_s} << QStringList{u"verify -> anna staff"_s}
-                          << u"anna"_s;
-    QTest::newRow("administrator") << QStringList{u">15:00"_s} << QStringList{u"verify -> boss admin"_s} << u"boss"_s;
-    QTest::newRow("nobody confirms") << QStringList{u">15:00"_s} << QStringList{u"verify -> nobody"_s} << u""_s;
-    QTest::newRow("past comes before taken") << QStringList{u">13:00 Team A"_s} << QStringList{past} << u""_s;
-    QTest::newRow("first row first") << QStringList{u">15:00 Team A"_s, u">13:00"_s} << QStringList{past} << u""_s;
-    QTest::newRow("last row too") << QStringList{u">15:00"_s, u">16:00"_s, u">02:00 Team A"_s} << QStringList{taken}
-                                  << u""_s;
-    QTest::newRow("marks are taken") << QStringList{u"15:00 Team A"_s, u">16:00 +15"_s} << QStringList{taken} << u""_s;
-    QTest::newRow("others do not matter")
-        << QStringList{u"13:00 Team A"_s, u">16:00"_s} << QStringList{u"verify -> anna staff"_s} << u"anna"_s;
+    drawnRows({"day", "script", "confirmedBy"}, uR"(
+        free                    | >14:00; >24:00              | verify -> anna staff                   | anna
+        administrator           | >15:00                      | verify -> boss admin                   | boss
+        nobody confirms         | >15:00                      | verify -> nobody                       |
+        past comes before taken | >13:00 A                    | refuse: You cannot book previous entry |
+        first row first         | >15:00 A; >13:00            | refuse: You cannot book previous entry |
+        last row too            | >15:00; >16:00; >02:00 A    | refuse: The field already being booked |
+        marks are taken         | 15:00 A; >16:00 +15         | refuse: The field already being booked |
+        others do not matter    | 13:00 A; >16:00             | verify -> anna staff                   | anna
+    )"_s);
 }
 
 void tst_Booking::beforeTheBookerIsAsked()
 {
-    QFETCH(QStringList, day);
-    QFETCH(QStringList, script);
-    ScriptedPrompts prompts(script);
+    QFETCH(QString, day);
+    QFETCH(QString, script);
+    ScriptedPrompts prompts({script});
     TestStation station(*m_server, prompts);
-    const auto verification = startBooking(station, drawnDay(saturday, 2, day));
+    const auto verification = startBooking(station, drawnDay(saturday, 2, listOf(day)));
     QTEST(verification ? verification->staffName : u""_s, "confirmedBy");
 }
 
@@ -373,16 +362,15 @@ void tst_Booking::history()
 
 void tst_Booking::customers_data()
 {
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("number");
-    QTest::addColumn<QString>("found");
-    QTest::newRow("member") << u"member"_s << u"M000001"_s << u"Mia|SC|11|member"_s;
-    QTest::newRow("member, last of several") << u"member"_s << u"M000002"_s << u"Max|||member"_s;
-    QTest::newRow("too short") << u"member"_s << u"M00001"_s << u"nobody"_s;
-    QTest::newRow("unknown") << u"member"_s << u"M000009"_s << u"nobody"_s;
-    QTest::newRow("quoted") << u"member"_s << u"' OR ''='"_s << u"nobody"_s;
-    QTest::newRow("student") << u"student"_s << u"S000001"_s << u"Sue|Uni|22|student"_s;
-    QTest::newRow("any group has the first one's rate") << u"group"_s << u"G'00001"_s << u"Gil|Fire|33|specialgroup1"_s;
+    drawnRows({"kind", "number", "found"}, uR"(
+        member                              | member  | M000001     | Mia, SC, 11, member
+        member, last of several             | member  | M000002     | Max, , , member
+        too short                           | member  | M00001      | nobody
+        unknown                             | member  | M000009     | nobody
+        quoted                              | member  | ' OR ''='   | nobody
+        student                             | student | S000001     | Sue, Uni, 22, student
+        any group has the first one's rate  | group   | G'00001     | Gil, Fire, 33, specialgroup1
+    )"_s);
 }
 
 void tst_Booking::customers()
@@ -399,10 +387,9 @@ void tst_Booking::customers()
     const auto found = kind == u"member"    ? findMember(database, number)
                        : kind == u"student" ? findStudent(database, number)
                                             : findGroupMember(database, 2, number);
-    const QString line =
-        found ? found->name + u'|' + found->organisation + u'|' + found->telephone + u'|' + found->rateType
-              : u"nobody"_s;
-    QTEST(line, "found");
+    const Booker booker = found.value_or(Booker{});
+    const QString line = QStringList{booker.name, booker.organisation, booker.telephone, booker.rateType}.join(u", "_s);
+    QTEST(found ? line : u"nobody"_s, "found");
 }
 
 void tst_Booking::twoCounters_data()

@@ -1,6 +1,7 @@
 #include "booking/Cancelling.h"
 #include "booking/ExtraTime.h"
 #include "booking/Rates.h"
+#include "support/DrawnRows.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestStation.h"
 
@@ -70,40 +71,32 @@ private:
 
 void tst_Slots::clearingIsRefused_data()
 {
-    QTest::addColumn<QStringList>("day");
-    QTest::addColumn<QStringList>("script");
-    const auto refusal = [](const char *name, const QStringList &day, const QString &text) {
-        QTest::newRow(name) << day << QStringList{u"refuse: "_s + text};
-    };
-    refusal("paid", {u">18:00 Team A paid 50.00"_s}, u"You cannot delete paid slot"_s);
-    refusal("paid comes before empty", {u">18:00  paid 50.00"_s}, u"You cannot delete paid slot"_s);
-    refusal("empty", {u">18:00"_s}, u"You cannot delete an empty slot"_s);
-    refusal("extra time", {u"18:00 Team A"_s, u">19:00 +45"_s}, u"Use previous slot to delete extra time."_s);
-    refusal("partially shared", {u">18:00 Partially Shared"_s}, u"Delete individual slots"_s);
-    refusal("shared", {u">18:00 Shared Booking"_s}, u"Please delete main slots"_s);
-    refusal("partially comes before shared", {u">18:00 Shared Booking Partially Shared"_s},
-            u"Delete individual slots"_s);
-    refusal("past is no matter here", {u">09:00"_s}, u"You cannot delete an empty slot"_s);
-    refusal("first failing row", {u">18:00 Team A"_s, u">19:00"_s, u">20:00 Shared Booking"_s},
-            u"You cannot delete an empty slot"_s);
-    const QStringList booked{u">18:00 Team A"_s};
-    QTest::newRow("nobody confirms") << booked << QStringList{u"verify -> nobody"_s};
-    QTest::newRow("no reason") << booked << QStringList{confirmed, reasonQuestion + u" ->"_s};
-    QTest::newRow("an hour past") << QStringList{u">13:00 Team A"_s}
-                                  << QStringList{confirmed, reasonQuestion + u" -> rain"_s,
-                                                 u"refuse: You delete previous entry"_s};
+    drawnRows({"day", "script"}, uR"(
+        paid                           | >18:00 A paid 50.00              | refuse: You cannot delete paid slot
+        paid comes before empty        | >18:00  paid 50.00               | refuse: You cannot delete paid slot
+        empty                          | >18:00                           | refuse: You cannot delete an empty slot
+        extra time                     | 18:00 A; >19:00 +45              | refuse: Use previous slot to delete extra time.
+        partially shared               | >18:00 Partially Shared          | refuse: Delete individual slots
+        shared                         | >18:00 Shared Booking            | refuse: Please delete main slots
+        partially comes before shared  | >18:00 Shared Booking Partially Shared | refuse: Delete individual slots
+        past is no matter here         | >09:00                           | refuse: You cannot delete an empty slot
+        first failing row              | >18:00 A; >19:00; >20:00 Shared Booking | refuse: You cannot delete an empty slot
+        nobody confirms                | >18:00 A                         | verify -> nobody
+        no reason                      | >18:00 A | verify -> anna staff; ask: Enter reason why the entry need to be cleared ->
+        an hour past                   | >13:00 A | verify -> anna staff; ask: Enter reason why the entry need to be cleared -> rain; refuse: You delete previous entry
+    )"_s);
 }
 
 void tst_Slots::clearingIsRefused()
 {
-    QFETCH(QStringList, day);
-    QFETCH(QStringList, script);
-    m_server->exec(insertBooking(u"18:00"_s, 3, u"b_bookername='Team A'"_s) +
-                   insertBooking(u"13:00"_s, 3, u"b_bookername='Team A'"_s));
+    QFETCH(QString, day);
+    QFETCH(QString, script);
+    m_server->exec(insertBooking(u"18:00"_s, 3, u"b_bookername='A'"_s) +
+                   insertBooking(u"13:00"_s, 3, u"b_bookername='A'"_s));
     const QStringList before = tables();
-    ScriptedPrompts prompts(script);
+    ScriptedPrompts prompts(listOf(script));
     TestStation station(*m_server, prompts);
-    QVERIFY(clearSelection(station, drawnDay(saturday, 3, day)).empty());
+    QVERIFY(clearSelection(station, drawnDay(saturday, 3, listOf(day))).empty());
     QCOMPARE(tables(), before);
 }
 
@@ -127,29 +120,19 @@ void tst_Slots::clearingGoesOnAfterARefusal()
 
 void tst_Slots::cancelOutcomes_data()
 {
-    QTest::addColumn<QString>("now");
-    QTest::addColumn<QString>("hour");
-    QTest::addColumn<QString>("booker");
-    QTest::addColumn<QString>("reason");
-    QTest::addColumn<CancelOutcome>("outcome");
-    const QString early = u"2026-11-14 14:59:59"_s;
-    const QString extra = u"\u02C6 + ½ hour "_s;
-    const QString rain = u"rain"_s;
-    const QString teamA = u"A"_s;
-    using enum CancelOutcome;
-    QTest::newRow("going on") << early << u"14:00"_s << teamA << rain << Cancelled;
-    QTest::newRow("over") << u"2026-11-14 15:00:00"_s << u"14:00"_s << teamA << rain << PreviousEntry;
-    QTest::newRow("midnight going on") << u"2026-11-15 00:59:59"_s << u"24:00"_s << teamA << rain << Cancelled;
-    QTest::newRow("midnight over") << u"2026-11-15 01:00:00"_s << u"24:00"_s << teamA << rain << PreviousEntry;
-    QTest::newRow("past before mark") << early << u"13:00"_s << extra << rain << PreviousEntry;
-    QTest::newRow("extra time before shared")
-        << early << u"18:00"_s << extra + u"Shared Booking"_s << rain << ExtraTime;
-    QTest::newRow("partially before shared")
-        << early << u"18:00"_s << u"Shared Booking Partially Shared"_s << rain << PartiallyShared;
-    QTest::newRow("mark before reason") << early << u"18:00"_s << u"Shared Booking"_s << u""_s << SharedBooking;
-    QTest::newRow("reason before empty") << early << u"18:00"_s << teamA << u""_s << NoReason;
-    QTest::newRow("empty") << early << u"18:00"_s << teamA << rain << FieldEmpty;
-    QTest::newRow("paid") << early << u"17:00"_s << teamA << rain << PaidItem;
+    drawnRows({"now", "hour", "booker", "reason", "outcome"}, uR"(
+        going on                | 2026-11-14 14:59:59 | 14:00 | A                                | rain | cleared
+        over                    | 2026-11-14 15:00:00 | 14:00 | A                                | rain | You delete previous entry
+        midnight going on       | 2026-11-15 00:59:59 | 24:00 | A                                | rain | cleared
+        midnight over           | 2026-11-15 01:00:00 | 24:00 | A                                | rain | You delete previous entry
+        past before mark        | 2026-11-14 14:59:59 | 13:00 | ˆ + ½ hour                       | rain | You delete previous entry
+        extra time first        | 2026-11-14 14:59:59 | 18:00 | ˆ Partially Shared               | rain | Use previous slot to delete extra time.
+        partially before shared | 2026-11-14 14:59:59 | 18:00 | Shared Booking Partially Shared  | rain | Delete individual slots
+        mark before reason      | 2026-11-14 14:59:59 | 18:00 | Shared Booking                   |      | Please delete main slots
+        reason before empty     | 2026-11-14 14:59:59 | 18:00 | A                                |      | no reason
+        empty                   | 2026-11-14 14:59:59 | 18:00 | A                                | rain | The field is empty
+        paid                    | 2026-11-14 14:59:59 | 17:00 | A                                | rain | You cannot delete paid item
+    )"_s);
 }
 
 void tst_Slots::cancelOutcomes()
@@ -158,17 +141,19 @@ void tst_Slots::cancelOutcomes()
     QFETCH(QString, hour);
     QFETCH(QString, booker);
     QFETCH(QString, reason);
-    QFETCH(CancelOutcome, outcome);
     m_server->exec(insertBooking(u"14:00"_s, 3, u"b_bookername='A'"_s) +
                    insertBooking(u"24:00"_s, 3, u"b_bookername='A'"_s) +
                    insertBooking(u"17:00"_s, 3, u"b_bookername='A', b_paid=50"_s));
     ScriptedPrompts prompts;
     TestStation station(*m_server, prompts);
     station.setNow(now);
-    QCOMPARE(doCancel(station, u"anna"_s, {saturday, hour, booker, 3, reason}), outcome);
+    const CancelOutcome outcome = doCancel(station, u"anna"_s, {saturday, hour, booker, 3, reason});
+    const bool cleared = outcome == CancelOutcome::Cancelled;
+    const QString text = outcome == CancelOutcome::NoReason ? u"no reason"_s : refusalText(outcome);
+    QTEST(cleared ? u"cleared"_s : text, "outcome");
     // Own remark and the partners'.
     QCOMPARE(m_server->rows(u"SELECT COUNT(*) FROM tbl_booking UNION ALL SELECT COUNT(*) FROM tbl_remark"_s),
-             outcome == CancelOutcome::Cancelled ? QStringList({u"2"_s, u"3"_s}) : QStringList({u"3"_s, u"0"_s}));
+             cleared ? QStringList({u"2"_s, u"3"_s}) : QStringList({u"3"_s, u"0"_s}));
 }
 
 void tst_Slots::cancelStatements_data()
@@ -224,58 +209,39 @@ void tst_Slots::cancelStatements()
 
 void tst_Slots::extraTimeIsRefused_data()
 {
-    QTest::addColumn<QString>("now");
-    QTest::addColumn<QStringList>("day");
-    QTest::addColumn<QString>("adding");   // what is asked when 30 minutes are added
-    QTest::addColumn<QString>("clearing"); // and when the extra time is cleared
-    const QString early = u"2026-11-14 14:59:59"_s;
-    const QString nobody = u"verify -> nobody"_s;
-    const auto refusal = [](const char *text) { return u"refuse: "_s + QString::fromLatin1(text); };
-    const QString elapsed = refusal("You cannot delete elapsed extra time");
-    const QString none = refusal("There is no extra time associated with the slot");
-    const QString taken = refusal("The field already being booked");
-    const QString paid = refusal("The slot already paid");
-    QTest::newRow("free") << early << QStringList{u">18:00"_s} << refusal("There is no booked slot to add 30 minutes")
-                          << refusal("You cannot delete empty slot");
-    QTest::newRow("paid") << early << QStringList{u">18:00 A paid 9.00"_s} << paid
-                          << refusal("You cannot delete paid slot");
-    QTest::newRow("paid comes before the last row")
-        << early << QStringList{u">02:00 A paid 9.00"_s} << paid << refusal("You cannot delete paid slot");
-    QTest::newRow("last row") << early << QStringList{u">02:00 A"_s}
-                              << refusal("There is no more slot to add extra time!") << none;
-    QTest::newRow("past comes before taken")
-        << early << QStringList{u">12:00 A"_s, u"13:00 B"_s} << refusal("You cannot book previous entry!") << elapsed;
-    QTest::newRow("next one is going on") << early << QStringList{u">13:00 A"_s} << nobody << elapsed;
-    QTest::newRow("next one is over") << u"2026-11-14 15:00:00"_s << QStringList{u">13:00 A"_s}
-                                      << refusal("You cannot book previous entry!") << elapsed;
-    QTest::newRow("has begun") << u"2026-11-14 18:00:00"_s << QStringList{u">18:00 A"_s, u"19:00 +15"_s} << taken
-                               << elapsed;
-    QTest::newRow("begins in a second") << u"2026-11-14 17:59:59"_s << QStringList{u">18:00 A"_s, u"19:00 +15"_s}
-                                        << taken << nobody;
-    QTest::newRow("into midnight") << early << QStringList{u">23:00 A"_s} << nobody << none;
-    QTest::newRow("midnight over") << u"2026-11-15 01:00:00"_s << QStringList{u">23:00 A"_s}
-                                   << refusal("You cannot book previous entry!") << elapsed;
-    QTest::newRow("midnight has begun") << u"2026-11-15 00:00:00"_s << QStringList{u">24:00 A"_s, u"01:00 +15"_s}
-                                        << taken << elapsed;
-    QTest::newRow("next one taken") << early << QStringList{u">18:00 A"_s, u"19:00 B"_s} << taken << none;
-    QTest::newRow("on the extra time") << early << QStringList{u"18:00 A"_s, u">19:00 +15"_s} << nobody
-                                       << refusal("The slot is an extra time of previous slot, use the previous slot "
-                                                  "to clear the additions");
+    // What is asked when 30 minutes are added, and when the extra time is cleared.
+    drawnRows({"now", "day", "adding", "clearing"}, uR"(
+        free               | 14 14:59:59 | >18:00             | refuse: There is no booked slot to add 30 minutes | refuse: You cannot delete empty slot
+        paid               | 14 14:59:59 | >18:00 A paid 9.00 | refuse: The slot already paid                     | refuse: You cannot delete paid slot
+        paid in last row   | 14 14:59:59 | >02:00 A paid 9.00 | refuse: The slot already paid                     | refuse: You cannot delete paid slot
+        last row           | 14 14:59:59 | >02:00 A           | refuse: There is no more slot to add extra time!  | refuse: There is no extra time associated with the slot
+        past before taken  | 14 14:59:59 | >12:00 A; 13:00 B  | refuse: You cannot book previous entry!           | refuse: You cannot delete elapsed extra time
+        next one going on  | 14 14:59:59 | >13:00 A           | verify -> nobody                                  | refuse: You cannot delete elapsed extra time
+        next one over      | 14 15:00:00 | >13:00 A           | refuse: You cannot book previous entry!           | refuse: You cannot delete elapsed extra time
+        begun              | 14 18:00:00 | >18:00 A; 19:00 +15 | refuse: The field already being booked           | refuse: You cannot delete elapsed extra time
+        begins in a second | 14 17:59:59 | >18:00 A; 19:00 +15 | refuse: The field already being booked           | verify -> nobody
+        into midnight      | 14 14:59:59 | >23:00 A           | verify -> nobody                                  | refuse: There is no extra time associated with the slot
+        midnight over      | 15 01:00:00 | >23:00 A           | refuse: You cannot book previous entry!           | refuse: You cannot delete elapsed extra time
+        midnight begun     | 15 00:00:00 | >24:00 A; 01:00 +15 | refuse: The field already being booked           | refuse: You cannot delete elapsed extra time
+        next one taken     | 14 14:59:59 | >18:00 A; 19:00 B  | refuse: The field already being booked            | refuse: There is no extra time associated with the slot
+        on the extra time  | 14 14:59:59 | 18:00 A; >19:00 +15 | verify -> nobody                                 | refuse: The slot is an extra time of previous slot, use the previous slot to clear the additions
+    )"_s);
 }
 
 void tst_Slots::extraTimeIsRefused()
 {
     QFETCH(QString, now);
-    QFETCH(QStringList, day);
+    QFETCH(QString, day);
     QFETCH(QString, adding);
     QFETCH(QString, clearing);
     m_server->exec(insertBooking(u"18:00"_s, 3, u"b_bookername='A', b_extratime=15"_s));
     const QStringList before = tables();
     ScriptedPrompts prompts({adding, clearing});
     TestStation station(*m_server, prompts);
-    station.setNow(now);
-    QVERIFY(!AddExtraTime(station, drawnDay(saturday, 3, day), 30));
-    QVERIFY(!clearExtraTime(station, drawnDay(saturday, 3, day)));
+    station.setNow(u"2026-11-"_s + now);
+    const DaySelection selection = drawnDay(saturday, 3, listOf(day));
+    QVERIFY(!AddExtraTime(station, selection, 30));
+    QVERIFY(!clearExtraTime(station, selection));
     QCOMPARE(tables(), before);
 }
 
@@ -310,23 +276,21 @@ void tst_Slots::extraTimeStatements()
 
 void tst_Slots::rateChangeIsRefused_data()
 {
-    QTest::addColumn<QString>("row");
-    QTest::addColumn<QStringList>("script");
-    QTest::newRow("free") << u">18:00"_s << QStringList{u"refuse: You cannot set empty slot"_s};
-    QTest::newRow("paid") << u">18:00 A paid 1.00"_s << QStringList{u"refuse: The slot already paid"_s};
-    QTest::newRow("nobody confirms") << u">18:00 A"_s << QStringList{u"verify -> nobody"_s};
-    QTest::newRow("staff is not enough") << u">18:00 A"_s
-                                         << QStringList{confirmed, u"inform: Only an administrator can change the rate "
-                                                                   "of a slot."_s};
+    drawnRows({"row", "script"}, uR"(
+        free                | >18:00             | refuse: You cannot set empty slot
+        paid                | >18:00 A paid 1.00 | refuse: The slot already paid
+        nobody confirms     | >18:00 A           | verify -> nobody
+        staff is not enough | >18:00 A           | verify -> anna staff; inform: Only an administrator can change the rate of a slot.
+    )"_s);
 }
 
 void tst_Slots::rateChangeIsRefused()
 {
     QFETCH(QString, row);
-    QFETCH(QStringList, script);
+    QFETCH(QString, script);
     m_server->exec(insertBooking(u"18:00"_s, 3, u"b_bookername='A'"_s));
     const QStringList before = tables();
-    ScriptedPrompts prompts(script);
+    ScriptedPrompts prompts(listOf(script));
     TestStation station(*m_server, prompts);
     QVERIFY(!changeRateType(station, drawnDay(saturday, 3, {row}), u"member"_s));
     QCOMPARE(tables(), before);
@@ -352,21 +316,18 @@ void tst_Slots::rateChangeStatements()
 
 void tst_Slots::rates_data()
 {
-    QTest::addColumn<QString>("day");
-    QTest::addColumn<int>("field");
-    QTest::addColumn<int>("hour");
-    QTest::addColumn<QString>("rateType");
-    QTest::addColumn<double>("rate");
-    QTest::newRow("first hour") << u"2026-11-14"_s << 3 << 8 << u""_s << 60.5;
-    QTest::newRow("last hour") << u"2026-11-14"_s << 3 << 17 << u""_s << 60.5;
-    QTest::newRow("next band") << u"2026-11-14"_s << 3 << 18 << u""_s << 80.0;
-    QTest::newRow("before") << u"2026-11-14"_s << 3 << 7 << u""_s << 0.0;
-    QTest::newRow("midnight is 0") << u"2026-11-14"_s << 3 << 24 << u""_s << 90.0;
-    QTest::newRow("after midnight") << u"2026-11-14"_s << 3 << 2 << u""_s << 90.0;
-    QTest::newRow("member") << u"2026-11-14"_s << 3 << 18 << u"member"_s << 40.0;
-    QTest::newRow("no such rate") << u"2026-11-14"_s << 3 << 18 << u"specialgroup4"_s << 0.0;
-    QTest::newRow("other field") << u"2026-11-14"_s << 4 << 18 << u""_s << 0.0;
-    QTest::newRow("Sunday") << u"2026-11-15"_s << 3 << 18 << u""_s << 0.0;
+    drawnRows({"day", "field", "hour", "rateType", "rate"}, uR"(
+        first hour     | 2026-11-14 | 3 | 8  |               | 60.5
+        last hour      | 2026-11-14 | 3 | 17 |               | 60.5
+        next band      | 2026-11-14 | 3 | 18 |               | 80
+        before         | 2026-11-14 | 3 | 7  |               | 0
+        midnight is 0  | 2026-11-14 | 3 | 24 |               | 90
+        after midnight | 2026-11-14 | 3 | 2  |               | 90
+        member         | 2026-11-14 | 3 | 18 | member        | 40
+        no such rate   | 2026-11-14 | 3 | 18 | specialgroup4 | 0
+        other field    | 2026-11-14 | 4 | 18 |               | 0
+        Sunday         | 2026-11-15 | 3 | 18 |               | 0
+    )"_s);
 }
 
 void tst_Slots::rates()
@@ -377,19 +338,19 @@ void tst_Slots::rates()
     m_server->exec(row.arg(u""_s, u"8"_s, u"17"_s, u"60.5"_s) + row.arg(u""_s, u"18"_s, u"23"_s, u"80"_s) +
                    row.arg(u""_s, u"0"_s, u"2"_s, u"90"_s) + row.arg(u"member"_s, u"8"_s, u"23"_s, u"40"_s));
     QFETCH(QString, day);
-    QFETCH(int, field);
-    QFETCH(int, hour);
+    QFETCH(QString, field);
+    QFETCH(QString, hour);
     QFETCH(QString, rateType);
     Database database(m_server->connectionString());
     DbConnection{database};
     m_server->startLog();
-    QTEST(CalcFieldRate(database, qint16(field), qint16(hour), rateDayName(day), rateType), "rate");
-    const QString hourText = QString::number(hour % 24);
-    QCOMPARE(m_server->takeLog(),
-             QStringList{u"SELECT * from tbl_rate where r_day LIKE \""_s +
-                         (day == saturday ? u"Saturday"_s : u"Sunday"_s) + u"\" AND r_field="_s +
-                         QString::number(field) + u" AND r_special = \""_s + rateType + u"\" AND r_timestart<="_s +
-                         hourText + u" and r_timestop>="_s + hourText});
+    const double rate = CalcFieldRate(database, field.toShort(), hour.toShort(), rateDayName(day), rateType);
+    QTEST(QString::number(rate), "rate");
+    const QString hourText = hour == u"24" ? u"0"_s : hour;
+    QCOMPARE(m_server->takeLog(), QStringList{u"SELECT * from tbl_rate where r_day LIKE \""_s +
+                                              (day == saturday ? u"Saturday"_s : u"Sunday"_s) + u"\" AND r_field="_s +
+                                              field + u" AND r_special = \""_s + rateType + u"\" AND r_timestart<="_s +
+                                              hourText + u" and r_timestop>="_s + hourText});
 }
 
 QTEST_GUILESS_MAIN(tst_Slots)
