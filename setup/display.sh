@@ -14,6 +14,8 @@ start_display() {
     # Nothing of the caller's own desktop may shine through.
     unset WAYLAND_DISPLAY XAUTHORITY QT_STYLE_OVERRIDE QT_SCREEN_SCALE_FACTORS QT_FONT_DPI QT_QPA_PLATFORMTHEME
     export DISPLAY=":$display" QT_QPA_PLATFORM=xcb LC_ALL=C.UTF-8
+    # It goes when the display goes.
+    openbox </dev/null >>"$log" 2>&1 5<&- 7>&- 8>&- 9>&- &
 }
 
 stop_display() {

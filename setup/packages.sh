@@ -5,6 +5,8 @@ readonly needed_packages=(
     cmake ninja-build g++ mold qt6-base-dev libmariadb-dev
     # to run: the private server and its client, drawn icons, the virtual display, letters and emoji
     mariadb-server-core mariadb-client-core libqt6svg6 xvfb fonts-dejavu-core fonts-noto-color-emoji
+    # frames and titles for the windows on it
+    openbox
 )
 readonly check_packages=(clang-format clang-tidy)
 

@@ -38,6 +38,8 @@ bool Program::start()
         // Queued, so that the login window's own handler has ended when the window goes.
         QObject::connect(
             m_login.get(), &frm_Login::loggedIn, m_login.get(), [this] { openMainWindow(); }, Qt::QueuedConnection);
+        const QRect available = m_login->screen()->availableGeometry();
+        m_login->move(available.center() - m_login->rect().center());
         m_login->show();
     });
 }
@@ -49,7 +51,7 @@ void Program::openMainWindow()
         const QRect available = m_main->screen()->availableGeometry();
         m_main->resize(available.size().boundedTo(largestUsefulSize));
         m_main->move(available.topLeft());
-        m_main->show();
+        m_main->showMaximized();
         m_main->load();
         m_login->close();
         m_login.release()->deleteLater();

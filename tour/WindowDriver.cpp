@@ -3,7 +3,6 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
-#include <QEventLoop>
 #include <QLineEdit>
 #include <QMenu>
 #include <QTableView>
@@ -25,6 +24,12 @@ QObject *findIn(QWidget *window, const QString &name)
         if (widget->isVisible())
             return widget;
     return window->findChild<QAction *>(name);
+}
+
+QString textOf(const QWidget *window)
+{
+    const auto *box = qobject_cast<const QMessageBox *>(window);
+    return box ? u": "_s + box->text() : QString();
 }
 
 bool isUsable(const QString &name)
@@ -139,19 +144,32 @@ void WindowDriver::clickAt(const QString &name, std::function<QPoint(QWidget *)>
          }});
 }
 
+void WindowDriver::answer(const QString &text, QMessageBox::StandardButton button)
+{
+    add({u"message: "_s + text,
+         [text] {
+             const auto *box = control<QMessageBox>(u"frm_Message"_s);
+             return box && box->text() == text;
+         },
+         [button] { control<QMessageBox>(u"frm_Message"_s)->button(button)->click(); }});
+}
+
 bool WindowDriver::run()
 {
-    QEventLoop loop;
-    connect(this, &WindowDriver::ended, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+    m_failure.clear();
     QTimer::singleShot(0, this, &WindowDriver::begin);
-    loop.exec();
+    // The application's own loop: it ends the loops of modal windows with it, and the program can end it.
+    QCoreApplication::exec();
+    if (m_failure.isEmpty() && !m_steps.empty())
+        m_failure = u"the program ended before: "_s + m_steps.front().what;
+    m_steps.clear();
     return m_failure.isEmpty();
 }
 
 void WindowDriver::begin()
 {
     if (m_steps.empty()) {
-        Q_EMIT ended();
+        QCoreApplication::exit();
         return;
     }
     if (onStep)
@@ -161,6 +179,8 @@ void WindowDriver::begin()
 
 void WindowDriver::poll(int waited)
 {
+    if (m_steps.empty())
+        return;
     if (!m_steps.front().ready()) {
         if (waited < m_patience) {
             QTimer::singleShot(pollMilliseconds, this, [=, this] { poll(waited + pollMilliseconds); });
@@ -168,8 +188,8 @@ void WindowDriver::poll(int waited)
         }
         const QWidget *modal = QApplication::activeModalWidget();
         m_failure = u"waited in vain: "_s + m_steps.front().what +
-                    (modal ? u" (open: "_s + modal->objectName() + u')' : QString());
-        Q_EMIT ended();
+                    (modal ? u" (open: "_s + modal->objectName() + textOf(modal) + u')' : QString());
+        QCoreApplication::exit(1);
         return;
     }
     const auto act = std::move(m_steps.front().act);

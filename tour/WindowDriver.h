@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMessageBox>
 #include <QObject>
 #include <QWidget>
 
@@ -35,8 +36,11 @@ public:
     void selectRows(const QString &table, const std::vector<int> &rows);
     /// Presses the mouse at a point of a control, given when it is there.
     void clickAt(const QString &control, std::function<QPoint(QWidget *)> point);
+    /// Waits for the message box with this text and presses one of its buttons.
+    void answer(const QString &text, QMessageBox::StandardButton button = QMessageBox::Ok);
 
-    /// Plays the script; false when a step failed.
+    /// Plays the script in the application's event loop; false when a step failed, or when the program ended before the
+    /// last one.
     bool run();
     [[nodiscard]] QString failure() const { return m_failure; }
     /// Is told each step as it begins.
@@ -49,9 +53,6 @@ public:
     {
         return qobject_cast<Control *>(find(name));
     }
-
-signals:
-    void ended();
 
 private:
     struct Step

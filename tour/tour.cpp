@@ -33,6 +33,18 @@ constexpr int court = 6;
 
 const QString grid = u"ListView_Book"_s;
 
+/// The part of the screen that windows stand on, in the picture's pixels.
+QRect seenPixels(const QPixmap &screen)
+{
+    QRect seen;
+    const auto windows = QApplication::topLevelWidgets();
+    for (const QWidget *window : windows)
+        if (window->isVisible())
+            seen |= window->frameGeometry();
+    const qreal scale = screen.devicePixelRatio();
+    return QRectF(seen.topLeft() * scale, QSizeF(seen.size()) * scale).toRect() & screen.rect();
+}
+
 class Tour
 {
 public:
@@ -65,9 +77,8 @@ private:
         m_driver.step(u"picture of "_s + name, [this, name] {
             const QString number = QString::number(++m_pictures).rightJustified(2, u'0');
             QApplication::processEvents();
-            m_saved = QGuiApplication::primaryScreen()->grabWindow(0).save(m_folder + u'/' + number + u'-' + name +
-                                                                           u".png"_s) &&
-                      m_saved;
+            const QPixmap screen = QGuiApplication::primaryScreen()->grabWindow(0);
+            m_saved = screen.copy(seenPixels(screen)).save(m_folder + u'/' + number + u'-' + name + u".png"_s) && m_saved;
         });
     }
 

@@ -158,7 +158,8 @@ void BookerForm::addTopRow(QLabel *label, QWidget *box)
     m_boxes.insert(m_boxes.begin(), box);
 }
 
-QPushButton *BookerForm::fillWindow(QDialog &window, const QString &about, const QString &action)
+QPushButton *BookerForm::fillWindow(QDialog &window, const QString &heading, const QString &about,
+                                    const QString &action)
 {
     auto *ok = new QPushButton(action, &window);
     ok->setObjectName(u"cmd_OK"_s);
@@ -175,7 +176,7 @@ QPushButton *BookerForm::fillWindow(QDialog &window, const QString &about, const
     auto *layout = new QVBoxLayout(&window);
     layout->setContentsMargins(24, 16, 24, 16);
     layout->setSpacing(8);
-    layout->addWidget(wrappedLabel(u"lbl_Heading"_s, window.windowTitle(), 1.3));
+    layout->addWidget(wrappedLabel(u"lbl_Heading"_s, heading, 1.3));
     layout->addWidget(wrappedLabel(u"lbl_About"_s, about));
     layout->addSpacing(8);
     layout->addWidget(this);

@@ -33,9 +33,9 @@ public:
     /// before the form.
     void addTopRow(QLabel *label, QWidget *box);
 
-    /// Fills a window with what it is about, this form, and the buttons cmd_OK and cmd_Cancel; gives cmd_OK. The
-    /// default button is cmd_Cancel.
-    QPushButton *fillWindow(QDialog &window, const QString &about, const QString &action);
+    /// Fills a window with a heading, what it is about, this form, and the buttons cmd_OK and cmd_Cancel; gives cmd_OK.
+    /// The default button is cmd_Cancel.
+    QPushButton *fillWindow(QDialog &window, const QString &heading, const QString &about, const QString &action);
 
 protected:
     /// Enter goes to the next box: a number scanner ends with Enter, which must press no button.

@@ -20,8 +20,8 @@ frm_Booker::frm_Booker(Station &station, BookingClipboard &clipboard, Verificati
     setObjectName(u"frm_Booker"_s);
     setWindowTitle(u"Booking Field "_s + QString::number(m_selection.field) + u" from "_s +
                    m_selection.row(m_selection.selected.at(0)).hourRange);
-    const QString about = fieldName + u", "_s + dayInWords(m_selection.day) + u", "_s + hoursInWords(m_selection);
-    QPushButton *ok = m_form->fillWindow(*this, about, u"&Book"_s);
+    QPushButton *ok = m_form->fillWindow(*this, fieldName + u", "_s + hoursInWords(m_selection),
+                                         dayInWords(m_selection.day), u"&Book"_s);
     connect(ok, &QPushButton::clicked, this, &frm_Booker::book);
 }
 

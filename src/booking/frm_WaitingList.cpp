@@ -22,13 +22,13 @@ frm_WaitingList::frm_WaitingList(Station &station, const QString &staffName, con
       m_form(new BookerForm(station, this))
 {
     setObjectName(u"frm_WaitingList"_s);
-    setWindowTitle(u"Waiting list of field "_s + QString::number(field));
+    setWindowTitle(u"Waiting list of "_s + fieldName);
     m_time->setObjectName(u"cbo_Time"_s);
     m_time->setAccessibleName(u"Wanted hour"_s);
     for (const QString &hour : wantedHours(station.hours()))
         m_time->addItem(hour);
     m_form->addTopRow(new QLabel(u"Wanted &hour"_s), m_time);
-    QPushButton *ok = m_form->fillWindow(*this, fieldName + u", "_s + dayInWords(day), u"&Put on the list"_s);
+    QPushButton *ok = m_form->fillWindow(*this, u"Waiting list of "_s + fieldName, dayInWords(day), u"&Put on the list"_s);
     connect(ok, &QPushButton::clicked, this, &frm_WaitingList::add);
 }
 

@@ -125,14 +125,16 @@ void DayView::setModel(QAbstractItemModel *model)
 void DayView::setUpColumns()
 {
     QHeaderView *header = horizontalHeader();
-    const QFontMetrics metrics(font());
+    QFont widestFont = font();
+    widestFont.setBold(true); // as selected rows are written
+    const QFontMetrics metrics(widestFont);
     const auto fix = [&](int column, const QString &widest) {
         header->setSectionResizeMode(column, QHeaderView::Fixed);
-        header->resizeSection(column, metrics.horizontalAdvance(widest) + 2 * cellMargin + 8);
+        header->resizeSection(column, metrics.horizontalAdvance(widest) + 2 * cellMargin + 4);
     };
     fix(DayModel::HourRange, u"00:00 to 00:00"_s);
     fix(DayModel::TwelveHour, u"00:00 MM"_s);
-    fix(DayModel::Telephone, u"+00 000 0000000"_s);
+    fix(DayModel::Telephone, u"00000 0000000"_s);
     fix(DayModel::Paid, u"Paid 0,000.00"_s);
     header->setSectionResizeMode(DayModel::BookerName, QHeaderView::Stretch);
 }

@@ -84,6 +84,12 @@ QRectF PlacedPicture::pictureRect() const
     return {corner + m_place.topLeft() * scale, m_place.size() * scale};
 }
 
+int PlacedPicture::heightForWidth(int width) const
+{
+    const QSizeF canvas = canvasSize();
+    return canvas.isEmpty() ? minimumSizeHint().height() : qRound(width * canvas.height() / canvas.width());
+}
+
 QSize PlacedPicture::sizeHint() const
 {
     const QSizeF canvas = canvasSize();

@@ -23,6 +23,8 @@ public:
     /// The picture's place in the widget.
     [[nodiscard]] QRectF pictureRect() const;
 
+    /// Asked only where the size policy says so.
+    [[nodiscard]] int heightForWidth(int width) const override;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 

@@ -18,6 +18,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -139,25 +140,27 @@ void frm_Main::connectPages()
 
 void frm_Main::load()
 {
-    guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
+    // Without a database there are still the rows of a day, so that staff can go on when the server is back.
+    m_booking->setDay(m_station.now().date());
+    m_waiting->setDay(m_station.now().date());
+    m_booking->RefreshViewInit();
+    m_booking->playLists().setCurrentIndex(1);
+    const bool loaded = guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
         loadPictures();
         loadSpecialGroups();
         SetCounterStaffShiftStatus(m_station.database, m_station.settings.ThisCounter, 0);
-        const QDateTime now = m_station.now();
-        const int hour = now.time().hour();
-        // The start hour itself counts as evening.
-        m_shiftName = hour > m_station.settings.firstHour && hour < eveningHour ? u"morning"_s : u"evening"_s;
-        m_booking->setDay(now.date());
-        m_waiting->setDay(now.date());
         m_booking->plan().setSelectedField(0);
         m_waitingPlan->setSelectedField(0);
         m_lights->resetSwitches();
-        m_booking->RefreshViewInit();
         m_booking->RefreshView();
         m_waiting->RefreshWaitList();
         showCounter();
-        m_booking->playLists().setCurrentIndex(1);
     });
+    const int hour = m_station.now().time().hour();
+    // The start hour itself counts as evening.
+    m_shiftName = hour > m_station.settings.firstHour && hour < eveningHour ? u"morning"_s : u"evening"_s;
+    if (!loaded)
+        m_booking->afterOperation(false);
     tick();
     m_clock.start();
 }
@@ -234,7 +237,7 @@ void frm_Main::tick()
     // A message box runs the event loop, and with it this timer: one round at a time.
     if (m_ticking)
         return;
-    m_ticking = true;
+    const QScopedValueRollback ticking(m_ticking, true);
     const QDateTime now = m_station.now();
     m_station.timeText = clockText(now);
     m_counterTime->setText(m_station.timeText);
@@ -249,11 +252,20 @@ void frm_Main::tick()
     showAlerts(due.lit);
     if (m_planMinute >= 0 && m_planMinute != now.time().minute())
         refreshPlan();
-    m_ticking = false;
 }
 
 void frm_Main::refreshAlerts()
 {
+    // While a window is open over this one, an error is told by the page alone: no second window is stacked on it.
+    if (QApplication::activeModalWidget()) {
+        try {
+            RefreshAlert(m_station, m_alertCaptions);
+        } catch (const DbError &) {
+            // The page tells of it.
+        }
+        m_booking->afterOperation(false);
+        return;
+    }
     guarded(m_station.prompts, ErrorCode::Database, [this] {
         RefreshAlert(m_station, m_alertCaptions);
         m_booking->RefreshView();

@@ -66,7 +66,7 @@ private:
     AlertClock m_alertClock;
     std::vector<QString> m_alertCaptions;
     QString m_shiftName;
-    QTimer m_clock;
+    QTimer m_clock{this};
     bool m_ticking = false;
     int m_planMinute = -1;
 

@@ -24,7 +24,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int space = 8;
-constexpr int playListWidth = 224;
+constexpr int playListWidth = 216;
 constexpr int dayChooserWidth = 400;
 
 QLineEdit *hiddenBox(const QString &name, QWidget *parent)
@@ -65,8 +65,8 @@ page_Booking::page_Booking(Station &station, BookingClipboard &clipboard, QWidge
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(space, space, space, space);
     layout->setSpacing(space);
-    layout->addWidget(makeDayChooser());
-    layout->addWidget(makeGrid(), 1);
+    layout->addWidget(makeDayChooser(), 5);
+    layout->addWidget(makeGrid(), 8);
     layout->addWidget(m_playLists);
     connectActions();
     setTabOrder(m_calendar, m_grid);
@@ -78,6 +78,9 @@ QWidget *page_Booking::makeDayChooser()
 {
     m_plan = new LayoutPlan;
     m_plan->setObjectName(u"LayoutPlan1"_s);
+    QSizePolicy fitting(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    fitting.setHeightForWidth(true);
+    m_plan->setSizePolicy(fitting);
     connect(m_plan, &LayoutPlan::hovered, m_fieldUnderMouse, &QLineEdit::setText);
     connect(m_plan, &LayoutPlan::clicked, this, &page_Booking::selectFieldUnderMouse);
 
@@ -96,12 +99,12 @@ QWidget *page_Booking::makeDayChooser()
     });
 
     auto *chooser = new QWidget;
-    chooser->setFixedWidth(dayChooserWidth);
+    chooser->setMinimumWidth(dayChooserWidth);
     auto *layout = new QVBoxLayout(chooser);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(space);
-    layout->addWidget(m_plan, 1);
-    layout->addWidget(m_calendar);
+    layout->addWidget(m_plan);
+    layout->addWidget(m_calendar, 1);
     return chooser;
 }
 
@@ -143,8 +146,9 @@ QWidget *page_Booking::makeGrid()
 
 QWidget *page_Booking::makeHeading()
 {
+    m_fieldName = namedLabel(u"lbl_FieldName"_s);
+    makeLarge(m_fieldName);
     m_fieldInfo = namedLabel(u"lbl_FieldInfo"_s);
-    makeLarge(m_fieldInfo);
     m_dayLabel = namedLabel(u"lbl_Day"_s);
     m_time = namedLabel(u"txt_Time"_s);
     makeLarge(m_time);
@@ -152,6 +156,7 @@ QWidget *page_Booking::makeHeading()
     auto *layout = new QHBoxLayout(heading);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2 * space);
+    layout->addWidget(m_fieldName);
     layout->addWidget(m_fieldInfo);
     layout->addWidget(m_dayLabel, 1);
     layout->addWidget(m_time);
@@ -269,10 +274,9 @@ void page_Booking::showRows(std::vector<DayRow> rows)
 
 void page_Booking::showHeading()
 {
-    m_fieldInfo->setText(m_station.settings.FieldDisplayNames.at(std::size_t(field())));
-    m_dayLabel->setText(u"Field %1 of %2 · %3"_s.arg(QString::number(field() + 1),
-                                                     QString::number(m_station.settings.MaxFieldIndex + 1),
-                                                     dayInWords(m_day)));
+    m_fieldName->setText(m_station.settings.FieldDisplayNames.at(std::size_t(field())));
+    m_fieldInfo->setText(u"Field Number "_s + QString::number(field() + 1)); // people count from 1
+    m_dayLabel->setText(dayInWords(m_day));
 }
 
 void page_Booking::showSelectedHour()

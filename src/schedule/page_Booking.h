@@ -83,6 +83,7 @@ private:
     QLineEdit *m_fieldUnderMouse = nullptr;
     QLineEdit *m_fieldSelected = nullptr;
     LayoutPlan *m_plan = nullptr;
+    QLabel *m_fieldName = nullptr;
     QLabel *m_fieldInfo = nullptr;
     QCalendarWidget *m_calendar = nullptr;
     QLabel *m_time = nullptr;
