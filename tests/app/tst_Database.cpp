@@ -8,6 +8,7 @@
 #include <QTest>
 #include <QThread>
 
+#include <map>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -22,7 +23,6 @@ private Q_SLOTS:
     void init();
 
     void optionsOfTheConnectionString();
-    void quotes_data();
     void quotes();
     void rowsAreReadByName();
     void oneStatementAtATime();
@@ -33,7 +33,6 @@ private Q_SLOTS:
     void lossInTheMiddleOfAnOperation();
     void lostStatementIsNotSentAgain();
     void errorsKeepSecrets();
-    void errorWindow_data();
     void errorWindow();
 
 private:
@@ -58,22 +57,17 @@ void tst_Database::optionsOfTheConnectionString()
     QCOMPARE(options.option, 18475U);
 }
 
-void tst_Database::quotes_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("quoted");
-    QTest::newRow("none") << u"Team A"_s << u"Team A"_s;
-    QTest::newRow("one") << u"O'Neil"_s << u"O\\'Neil"_s;
-    QTest::newRow("all of them") << u"''a'"_s << u"\\'\\'a\\'"_s;
-    QTest::newRow("nothing else") << u"\\ \" %1 ` \n"_s << u"\\ \" %1 ` \n"_s;
-    QTest::newRow("empty") << QString() << QString();
-}
-
 void tst_Database::quotes()
 {
-    QFETCH(QString, value);
-    QTEST(EscapeQuotes(value), "quoted");
-    QTEST(value, "quoted");
+    const std::map<QString, QString> quoted{{u"O'Neil"_s, u"O\\'Neil"_s},
+                                            {u"''a'"_s, u"\\'\\'a\\'"_s},
+                                            {u"\\ \" %1 ` \n"_s, u"\\ \" %1 ` \n"_s},
+                                            {u""_s, u""_s}};
+    for (const auto &[typed, expected] : quoted) {
+        QString value = typed;
+        QCOMPARE(EscapeQuotes(value), expected);
+        QCOMPARE(value, expected);
+    }
 }
 
 void tst_Database::rowsAreReadByName()
@@ -202,10 +196,8 @@ void tst_Database::errorsKeepSecrets()
     }
 }
 
-void tst_Database::errorWindow_data()
+void tst_Database::errorWindow()
 {
-    QTest::addColumn<int>("code");
-    QTest::addColumn<QString>("message");
     const QStringList messages{u"Unknown Error"_s,
                                u"Database server cannot be found when trying to login to the system"_s,
                                u"Error while writing to log files"_s,
@@ -213,21 +205,14 @@ void tst_Database::errorWindow_data()
                                u"Unknown Error"_s,
                                u"Error while loading form"_s,
                                u"Unknown Error"_s};
-    for (int code = 0; code < messages.size(); ++code)
-        QTest::addRow("code %d", code) << code << messages[code];
-}
-
-void tst_Database::errorWindow()
-{
-    QFETCH(int, code);
-    QFETCH(QString, message);
-    ScriptedPrompts prompts({u"error: "_s + message});
-    const bool done = guarded(prompts, ErrorCode(code), [] { throw DbError(u"no such table"_s, 1146, u"SELECT x"_s); });
-    QVERIFY(!done);
-    QVERIFY2(prompts.errorDescription().startsWith(u"no such table\r\n\r\nSource : "_s) &&
-                 prompts.errorDescription().endsWith(u"\r\n\r\n"_s),
-             qPrintable(prompts.errorDescription()));
-    QVERIFY(guarded(prompts, ErrorCode(code), [] {}));
+    for (int code = 0; code < messages.size(); ++code) {
+        ScriptedPrompts prompts({u"error: "_s + messages[code]});
+        QVERIFY(!guarded(prompts, ErrorCode(code), [] { throw DbError(u"no such table"_s, 1146, u"SELECT x"_s); }));
+        const QString description = prompts.errorDescription();
+        QVERIFY2(description.startsWith(u"no such table\r\n\r\nSource : "_s) && description.endsWith(u"\r\n\r\n"_s),
+                 qPrintable(description));
+        QVERIFY(guarded(prompts, ErrorCode(code), [] {}));
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_Database)

@@ -198,12 +198,12 @@ private Q_SLOTS:
 private:
     int below(int end) { return m_random.bounded(end); }
     Slot anySlot() { return {m_days[below(2)], m_hours[below(3)], below(6)}; }
-    QString step(Counter &counter, bool odd);
-    QString book(Counter &counter);
-    QString clear(Counter &counter, const Slot &slot, bool odd);
-    QString copy(Counter &counter);
-    QString paste(Counter &counter, int weeks);
-    QString oldRecord();
+    void step(Counter &counter, bool odd);
+    void book(Counter &counter);
+    void clear(Counter &counter, const Slot &slot, bool odd);
+    void copy(Counter &counter);
+    void paste(Counter &counter, int weeks);
+    void oldRecord();
     [[nodiscard]] QStringList bookings() const
     {
         return m_server->rows(u"SELECT b_datetime, b_field, b_bookername, b_shared FROM tbl_booking ORDER BY b_id"_s);
@@ -249,15 +249,11 @@ void tst_SharedFields::randomSequence()
     m_model = std::make_unique<Model>(numbers);
     Counter anna(*m_server, 1, u"anna"_s);
     Counter ben(*m_server, 2, u"ben"_s);
-    QStringList steps;
     for (Counter *counter : {&anna, &ben})
         counter->station.shared = SharedFields(settings);
     for (int i = 0; i < 150 && !QTest::currentTestFailed(); ++i) {
-        steps << step(below(2) == 0 ? anna : ben, odd);
-        const QStringList held = bookings();
-        QVERIFY2(held == m_model->bookings(),
-                 qPrintable(u"\n after "_s + steps.join(u"\n       "_s) + u"\n holds  "_s + held.join(u"\n        "_s) +
-                            u"\n wanted "_s + m_model->bookings().join(u"\n        "_s)));
+        step(below(2) == 0 ? anna : ben, odd);
+        QCOMPARE(bookings(), m_model->bookings());
     }
     QCOMPARE(m_server->rows(u"SELECT m_datetime, m_field, m_remark, m_job, m_staff FROM tbl_remark ORDER BY m_id"_s),
              m_model->remarks());
@@ -268,33 +264,25 @@ void tst_SharedFields::randomSequence()
     }
 }
 
-QString tst_SharedFields::step(Counter &counter, bool odd)
+void tst_SharedFields::step(Counter &counter, bool odd)
 {
-    switch (below(odd ? 11 : 10)) {
-    case 0:
-    case 1:
-    case 2:
-        return book(counter);
-    case 3:
-    case 4:
-    case 5:
-    case 6: {
+    const int choice = below(odd ? 12 : 11);
+    if (choice < 4) {
+        book(counter);
+    } else if (choice < 8) {
         const auto bookers = m_model->bookers();
         const bool aimed = !bookers.empty() && below(3) > 0;
-        return clear(counter, aimed ? bookers[std::size_t(below(int(bookers.size())))].slot : anySlot(), odd);
-    }
-    case 7:
-        return copy(counter);
-    case 8:
-        return paste(counter, 0);
-    case 9:
-        return paste(counter, 2);
-    default:
-        return oldRecord();
+        clear(counter, aimed ? bookers[std::size_t(below(int(bookers.size())))].slot : anySlot(), odd);
+    } else if (choice == 8) {
+        copy(counter);
+    } else if (choice < 11) {
+        paste(counter, choice == 9 ? 0 : 2);
+    } else {
+        oldRecord();
     }
 }
 
-QString tst_SharedFields::book(Counter &counter)
+void tst_SharedFields::book(Counter &counter)
 {
     const Slot slot = anySlot();
     const QString name = u"Team "_s + QString::number(++m_team);
@@ -303,38 +291,35 @@ QString tst_SharedFields::book(Counter &counter)
                                    {slot.day, slot.hour, u"555"_s, u""_s, name, slot.field});
     QTest::qCompare(outcome, wanted ? BookingOutcome::Booked : BookingOutcome::AlreadyBooked, "outcome", "wanted",
                     __FILE__, __LINE__);
-    return counter.staff + u" books "_s + slot.text() + u" for "_s + name;
 }
 
-QString tst_SharedFields::clear(Counter &counter, const Slot &slot, bool odd)
+void tst_SharedFields::clear(Counter &counter, const Slot &slot, bool odd)
 {
     const Row *row = m_model->find(slot);
     const QString shown = !row || (odd && below(4) == 0) ? u"Old"_s : row->name;
     const CancelOutcome wanted = m_model->cancel(slot, shown, counter.staff);
     const auto outcome = doCancel(counter.station, counter.staff, {slot.day, slot.hour, shown, slot.field, u"rain"_s});
     QTest::qCompare(int(outcome), int(wanted), "outcome", "wanted", __FILE__, __LINE__);
-    return counter.staff + u" clears "_s + slot.text() + u" shown as "_s + shown;
 }
 
-QString tst_SharedFields::copy(Counter &counter)
+void tst_SharedFields::copy(Counter &counter)
 {
     const auto bookers = m_model->bookers();
     if (bookers.empty())
-        return u"nothing to copy"_s;
+        return;
     const Row row = bookers[std::size_t(below(int(bookers.size())))];
     // Beside marker rows it is open which row is copied.
     if (m_model->find(row.slot)->isMarker() || row.name == u"Old")
-        return u"nothing is copied"_s;
+        return;
     copySlot(counter.station, counter.clipboard,
              drawnDay(row.slot.day, row.slot.field, {u'>' + row.slot.hour + u' ' + row.name}));
     counter.copiedName = row.name;
-    return counter.staff + u" copies "_s + row.name;
 }
 
-QString tst_SharedFields::paste(Counter &counter, int weeks)
+void tst_SharedFields::paste(Counter &counter, int weeks)
 {
     if (counter.copiedName.isEmpty())
-        return u"nothing to paste"_s;
+        return;
     const Slot first = {m_days[0], {}, below(6)};
     QStringList lines;
     for (const QString &hour : m_hours)
@@ -353,17 +338,14 @@ QString tst_SharedFields::paste(Counter &counter, int weeks)
     else
         bookBlock(
             counter.station, counter.clipboard, selection, weeks, [](int) {}, results);
-    return counter.staff + u" pastes "_s + counter.copiedName + u" on "_s + lines.join(u' ') + u" of field "_s +
-           QString::number(first.field) + u" for weeks: "_s + QString::number(weeks);
 }
 
-QString tst_SharedFields::oldRecord()
+void tst_SharedFields::oldRecord()
 {
     const Slot slot = anySlot();
     if (m_model->addOldRecord(slot))
         m_server->exec(u"INSERT INTO tbl_booking SET b_datetime='"_s + slot.text().replace(u"|"_s, u"', b_field="_s) +
                        u", b_bookername='Old'"_s);
-    return u"old record on "_s + slot.text();
 }
 
 QTEST_GUILESS_MAIN(tst_SharedFields)

@@ -1,4 +1,5 @@
 #include "booking/BlockBooking.h"
+#include "support/DrawnRows.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestStation.h"
 
@@ -114,48 +115,46 @@ void tst_WaitingAndPaste::wantedHoursOfTheDay()
 
 void tst_WaitingAndPaste::deletingAnEntry_data()
 {
-    QTest::addColumn<QStringList>("script");
-    QTest::addColumn<bool>("deleted");
-    const QString question = u"confirm: Confirm delete? [Important]"_s;
-    QTest::newRow("no") << QStringList{question + u" -> no"_s} << false;
-    QTest::newRow("nobody confirms") << QStringList{question + u" -> yes"_s, u"verify -> nobody"_s} << false;
-    QTest::newRow("yes") << QStringList{question + u" -> yes"_s, confirmed} << true;
+    drawnRows({"script", "deleted"}, uR"(
+        no              | confirm: Confirm delete? [Important] -> no                        | no
+        nobody confirms | confirm: Confirm delete? [Important] -> yes; verify -> nobody     | no
+        yes             | confirm: Confirm delete? [Important] -> yes; verify -> anna staff | yes
+    )"_s);
 }
 
 void tst_WaitingAndPaste::deletingAnEntry()
 {
-    QFETCH(QStringList, script);
-    QFETCH(bool, deleted);
-    ScriptedPrompts prompts(script);
+    QFETCH(QString, script);
+    ScriptedPrompts prompts(listOf(script));
     TestStation station(*m_server, prompts);
     DbConnection{station.database};
     m_server->startLog();
-    QCOMPARE(deleteWaitingEntry(station, u"12"_s), deleted);
+    const bool deleted = deleteWaitingEntry(station, u"12"_s);
+    QTEST(deleted ? u"yes"_s : u"no"_s, "deleted");
     QCOMPARE(m_server->takeLog(), deleted ? QStringList{u"DELETE FROM tbl_waitlist where w_id='12'"_s} : QStringList());
     QCOMPARE(waiting().contains(u"12"_s), !deleted);
 }
 
 void tst_WaitingAndPaste::copyIsRefused_data()
 {
-    QTest::addColumn<QStringList>("day");
-    QTest::addColumn<QString>("refusal");
-    QTest::newRow("no row") << QStringList{} << u"You cannot copy empty slot"_s;
-    QTest::newRow("free") << QStringList{u">18:00"_s} << u"You cannot copy empty slot"_s;
-    QTest::newRow("extra time") << QStringList{u"18:00 A"_s, u">19:00 +30"_s}
-                                << u"The slot is an extra time of previous slot, use the previous slot to copy"_s;
-    QTest::newRow("shared") << QStringList{u">18:00 Shared Booking"_s} << u"You cannot copy shared booking"_s;
-    QTest::newRow("partially") << QStringList{u">18:00 Partially Shared"_s} << u"You cannot copy shared booking"_s;
-    QTest::newRow("cleared meanwhile") << QStringList{u">09:00 A"_s} << u"You cannot copy empty slot"_s;
+    drawnRows({"day", "script"}, uR"(
+        no row            | 18:00 A                 | refuse: You cannot copy empty slot
+        free              | >18:00                  | refuse: You cannot copy empty slot
+        extra time        | 18:00 A; >19:00 +30     | refuse: The slot is an extra time of previous slot, use the previous slot to copy
+        shared            | >18:00 Shared Booking   | refuse: You cannot copy shared booking
+        partially         | >18:00 Partially Shared | refuse: You cannot copy shared booking
+        cleared meanwhile | >09:00 A                | refuse: You cannot copy empty slot
+    )"_s);
 }
 
 void tst_WaitingAndPaste::copyIsRefused()
 {
-    QFETCH(QStringList, day);
-    QFETCH(QString, refusal);
-    ScriptedPrompts prompts({u"refuse: "_s + refusal});
+    QFETCH(QString, day);
+    QFETCH(QString, script);
+    ScriptedPrompts prompts({script});
     TestStation station(*m_server, prompts);
     BookingClipboard clipboard;
-    QVERIFY(!copySlot(station, clipboard, drawnDay(saturday, 8, day)));
+    QVERIFY(!copySlot(station, clipboard, drawnDay(saturday, 8, listOf(day))));
     QCOMPARE(clipboard.source(), ClipboardSource::Nothing);
     QCOMPARE(m_server->rows(u"SELECT * FROM tbl_booking_clipboard1"_s), QStringList());
 }
@@ -243,17 +242,13 @@ void tst_WaitingAndPaste::cutAndPaste()
 
 void tst_WaitingAndPaste::nothingToPaste_data()
 {
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("meanwhile");
-    QTest::newRow("nothing was copied") << u""_s << u""_s;
-    QTest::newRow("copy has vanished") << u"copy"_s << u"TRUNCATE TABLE tbl_booking_clipboard1"_s;
-    QTest::newRow("cut has vanished") << u"cut"_s << u"DELETE FROM tbl_waitlist_clipboard"_s;
-    QTest::newRow("another counter cut")
-        << u"cut"_s
-        << u"UPDATE tbl_waitlist_clipboard SET w_bookername='Late', w_bookerorg='', "
-           "w_bookertel='', w_specialrate='', w_staffname='', w_datetime='2026-11-14 24:00:00'"_s;
-    QTest::newRow("another's entry for the same booker")
-        << u"cut"_s << u"UPDATE tbl_waitlist_clipboard SET w_datetime='2026-11-14 20:00:00'"_s;
+    drawnRows({"from", "meanwhile"}, uR"(
+        nothing was copied    |      | DO 0
+        copy has vanished     | copy | TRUNCATE TABLE tbl_booking_clipboard1
+        cut has vanished      | cut  | DELETE FROM tbl_waitlist_clipboard
+        another counter cut   | cut  | UPDATE tbl_waitlist_clipboard SET w_bookername='Late'
+        the same booker twice | cut  | UPDATE tbl_waitlist_clipboard SET w_datetime='2026-11-14 20:00:00'
+    )"_s);
 }
 
 void tst_WaitingAndPaste::nothingToPaste()
@@ -275,8 +270,7 @@ void tst_WaitingAndPaste::nothingToPaste()
         QVERIFY(copySlot(station, clipboard, drawnDay(saturday, 8, {u">24:00 O'Neil"_s})));
     if (from == u"cut")
         QVERIFY(cutWaitingEntry(station, clipboard, u"11"_s));
-    if (!meanwhile.isEmpty())
-        m_server->exec(meanwhile);
+    m_server->exec(meanwhile);
     const QStringList before = bookings();
     const DaySelection target = drawnDay(saturday, 7, {u">20:00"_s});
     QVERIFY(!pasteSelection(station, clipboard, target));
