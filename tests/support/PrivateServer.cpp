@@ -92,7 +92,7 @@ void removeLeftFolders()
     const QDir servers(folderOfServers());
     const auto names = servers.entryList({u"tamsora-test-*"_s}, QDir::Dirs);
     for (const QString &name : names)
-        if (!QDir(u"/proc/"_s + name.section(u'-', 2, 2)).exists())
+        if (!QFile::exists(u"/proc/"_s + name.section(u'-', 2, 2) + u"/exe"_s)) // a dead one may still be listed
             QDir(servers.filePath(name)).removeRecursively();
 }
 
