@@ -36,7 +36,8 @@ end_setup() {
 
 # Gives up the use of a server and stops it unless another copy uses it (FOLDER).
 leave_server() {
-    exec 8>&-
+    # setup.lock too: the script may have failed while it held it.
+    exec 8>&- 9>&-
     stop_unused_server "$1"
 }
 
@@ -101,10 +102,11 @@ make_data_folder() {
 
 # Waits up to a minute; fails at once when the server has ended.
 wait_for_server() {
-    local tries
+    local tries pid
     for ((tries = 0; tries < 600; tries++)); do
         server_answers "$1" && return
-        server_pid "$1" >/dev/null || return 1
+        # Not by server_pid: a process that was just forked does not bear the server's command line yet.
+        pid=$(cat "$1/server.pid" 2>/dev/null) && [[ -d /proc/$pid ]] || return 1
         sleep 0.1
     done
     return 1
