@@ -237,8 +237,12 @@ void page_Booking::afterOperation(bool ok)
 bool page_Booking::read(bool quietly)
 {
     DaySchedule schedule{emptyDay(m_station.hours()), {}, {}, {}};
+    const int hourRow = m_grid->currentIndex().row();
+    QString hourPlayers;
     const auto readNow = [&] {
         schedule = readDay(m_station.database, m_day, field(), m_station.hours(), m_station.now());
+        if (hourRow >= 0)
+            hourPlayers = RefreshList(m_station.database, m_day, schedule.rows.at(std::size_t(hourRow)).hour);
     };
     bool ok = false;
     if (quietly) {
@@ -253,8 +257,11 @@ bool page_Booking::read(bool quietly)
     }
     m_unread->setVisible(!ok);
     m_histories.clear();
-    showRows(std::move(schedule.rows));
+    m_historyReadable = ok;
     m_playLists->showDay(schedule);
+    if (hourRow >= 0)
+        m_playLists->showHour(schedule.rows.at(std::size_t(hourRow)).hourText(), hourPlayers);
+    showRows(std::move(schedule.rows));
     showHeading();
     Q_EMIT dayRead();
     return ok;
@@ -295,10 +302,13 @@ QString page_Booking::historyOf(int row)
     const auto known = m_histories.find(row);
     if (known != m_histories.cend())
         return known->second;
-    QString &history = m_histories[row]; // stays empty after an error, so that the pointer does not repeat it
-    guarded(m_station.prompts, ErrorCode::Database, [&] {
+    if (!m_historyReadable)
+        return {};
+    QString history;
+    m_historyReadable = guarded(m_station.prompts, ErrorCode::Database, [&] {
         const DayRow &shown = m_model.rows().at(std::size_t(row));
         history = slotHistory(m_station.database, {m_day, shown.hourText(), field()});
+        m_histories.emplace(row, history);
     });
     return history;
 }

@@ -79,6 +79,7 @@ private:
     QString m_day;
     int m_hourShown = -1;
     std::map<int, QString> m_histories; ///< by row, read since the last refresh
+    bool m_historyReadable = false;     ///< no more after an error, so that the moving pointer does not repeat it
 
     QLineEdit *m_fieldUnderMouse = nullptr;
     QLineEdit *m_fieldSelected = nullptr;
