@@ -72,7 +72,9 @@ DaySchedule readDay(Database &database, const QString &day, int field, WorkingHo
         row->booker = bookings.text("b_bookername");
         row->telephone = bookings.text("b_bookertel");
         row->paid = paidText(bookings.amount("b_paid"));
-        extraMinutes[std::size_t(row - rows.begin()) + 1] = bookings.number("b_extratime");
+        // A marker row beside the booking has no extra time of its own and takes none away.
+        int &minutes = extraMinutes[std::size_t(row - rows.begin()) + 1];
+        minutes = std::max(minutes, bookings.number("b_extratime"));
     }
     for (std::size_t i = 0; i < rows.size(); ++i)
         if (extraMinutes[i] > 0 && rows[i].isFree())
