@@ -46,6 +46,9 @@ bool Program::start()
 
 void Program::openMainWindow()
 {
+    // A second Enter may have logged in once more before the login window was gone.
+    if (!m_login)
+        return;
     guarded(m_prompts, ErrorCode::LoadingForm, [this] {
         m_main = std::make_unique<frm_Main>(*m_station);
         const QRect available = m_main->screen()->availableGeometry();
