@@ -40,6 +40,23 @@ Look::Tone toneOf(RowState state)
     return Look::free;
 }
 
+// One remark a line, unless a line is too long. What people typed is shown as it is, never read as markup.
+QString historyTip(const QString &history)
+{
+    constexpr int widestTip = 600;
+    const QFontMetrics metrics(QToolTip::font());
+    QStringList lines = history.split(u"\r\n"_s);
+    const bool fits = std::all_of(lines.cbegin(), lines.cend(), [&metrics](const QString &line) {
+        return metrics.horizontalAdvance(line) <= widestTip;
+    });
+    const QString wrapping =
+        fits ? u"<table><tr><td style='white-space:pre'>"_s
+             : u"<table width='"_s + QString::number(widestTip) + u"'><tr><td style='white-space:pre-wrap'>"_s;
+    for (QString &line : lines)
+        line = line.toHtmlEscaped();
+    return wrapping + lines.join(u"<br>"_s) + u"</td></tr></table>"_s;
+}
+
 /// Paints a cell in its row's state; a selected row has a frame and bold text, so that its state can still be seen.
 class SlotDelegate : public QStyledItemDelegate
 {
@@ -211,11 +228,7 @@ bool DayView::viewportEvent(QEvent *event)
         QToolTip::hideText();
         return true;
     }
-    // What people typed is shown as it is, never read as markup.
-    QString lines = history.toHtmlEscaped();
-    lines.replace(u"\r\n"_s, u"<br>"_s);
     const QRect row = visualRect(index).united(visualRect(index.siblingAtColumn(DayModel::ColumnCount - 1)));
-    QToolTip::showText(help->globalPos(), u"<p style='white-space:pre-wrap'>"_s + lines + u"</p>"_s, viewport(), row,
-                       shownMilliseconds);
+    QToolTip::showText(help->globalPos(), historyTip(history), viewport(), row, shownMilliseconds);
     return true;
 }
