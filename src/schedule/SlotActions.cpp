@@ -100,12 +100,14 @@ bool SlotActions::hasRows(const DaySelection &selection)
     return false;
 }
 
-void SlotActions::run(const std::function<void(const DaySelection &)> &operation, int errorCode)
+bool SlotActions::run(const std::function<void(const DaySelection &)> &operation, int errorCode)
 {
     const DaySelection selection = m_selection();
     if (!hasRows(selection))
-        return;
-    Q_EMIT dayTouched(guarded(m_station.prompts, ErrorCode{errorCode}, [&] { operation(selection); }));
+        return false;
+    const bool ok = guarded(m_station.prompts, ErrorCode{errorCode}, [&] { operation(selection); });
+    Q_EMIT dayTouched(ok);
+    return ok;
 }
 
 void SlotActions::book()
@@ -131,6 +133,7 @@ void SlotActions::clear()
 void SlotActions::addWaitingEntry()
 {
     const DaySelection selection = m_selection();
+    bool added = false;
     guarded(m_station.prompts, ErrorCode::Database, [&] {
         const auto verification = m_station.prompts.verifyStaff();
         if (!verification)
@@ -139,9 +142,10 @@ void SlotActions::addWaitingEntry()
                                fieldName(m_station, selection.field), m_window);
         if (selection.current >= 0)
             window.setWantedHour(selection.row(selection.current).hourText());
-        window.exec();
+        added = window.exec() == QDialog::Accepted;
     });
-    Q_EMIT waitingListTouched();
+    if (added)
+        Q_EMIT waitingListTouched();
 }
 
 void SlotActions::copy()
@@ -152,8 +156,8 @@ void SlotActions::copy()
 
 void SlotActions::paste()
 {
-    run([this](const DaySelection &selection) { pasteSelection(m_station, m_clipboard, selection); }, database);
-    Q_EMIT waitingListTouched();
+    if (run([this](const DaySelection &selection) { pasteSelection(m_station, m_clipboard, selection); }, database))
+        Q_EMIT waitingListTouched();
     Q_EMIT clipboardChanged();
 }
 
@@ -176,7 +180,7 @@ void SlotActions::blockBook(int weeks)
 {
     std::vector<BlockBookingHour> results;
     QString heading;
-    run(
+    const bool ok = run(
         [&](const DaySelection &selection) {
             heading = bookerOnClipboard(m_clipboard) + u" on "_s + fieldName(m_station, selection.field);
             QProgressDialog progress(u"Booking "_s + QString::number(weeks) + u" weeks…"_s, {}, 0, weeks, m_window);
@@ -188,6 +192,7 @@ void SlotActions::blockBook(int weeks)
         database);
     if (!results.empty())
         frm_BlockBookingResult(results, heading, m_window).exec();
-    Q_EMIT waitingListTouched();
+    if (ok)
+        Q_EMIT waitingListTouched();
     Q_EMIT clipboardChanged();
 }

@@ -42,8 +42,9 @@ private:
     QAction *add(QMenu *menu, const QString &name, const QString &text, void (SlotActions::*handler)());
     void addRateEntry(const QString &name, const QString &rateInWords, const QString &rateType);
     void buildMenu();
-    /// Runs an operation on the selection and reports that the day was touched.
-    void run(const std::function<void(const DaySelection &)> &operation, int errorCode);
+    /// Runs an operation on the selection and reports that the day was touched; false after an error, which staff have
+    /// seen, or when nothing is selected.
+    bool run(const std::function<void(const DaySelection &)> &operation, int errorCode);
     bool hasRows(const DaySelection &selection);
     void addExtraTime(qint16 minutes);
     void clearAddition();
