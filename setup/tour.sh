@@ -23,7 +23,7 @@ tour_pass() {
     mkdir -p "$out"
     start_display "$size"
     take_counter "$tour_folder" 1
-    XDG_CONFIG_HOME="$counter_folder" QT_SCALE_FACTOR="$scale" \
+    XDG_CONFIG_HOME="$counter_folder" XDG_RUNTIME_DIR="$tour_folder" QT_SCALE_FACTOR="$scale" \
         attend timeout 300 "$project/build/release/bin/tamsora_tour" --out "$out" || fail "The tour failed."
     stop_display
 }
