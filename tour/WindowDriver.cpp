@@ -82,9 +82,8 @@ void WindowDriver::awaitClosed(const QString &name)
 {
     await(u"no window "_s + name, [name] {
         const auto windows = QApplication::topLevelWidgets();
-        return std::none_of(windows.cbegin(), windows.cend(), [&](const QWidget *window) {
-            return window->isVisible() && window->objectName() == name;
-        });
+        return std::none_of(windows.cbegin(), windows.cend(),
+                            [&](const QWidget *window) { return window->isVisible() && window->objectName() == name; });
     });
 }
 

@@ -163,6 +163,7 @@ void page_WaitingList::makeMenu()
 void page_WaitingList::setPlan(QWidget *plan)
 {
     m_planPlace->addWidget(plan);
+    setTabOrder(m_calendar, plan);
 }
 
 void page_WaitingList::setDay(QDate day)

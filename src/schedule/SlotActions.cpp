@@ -33,7 +33,11 @@ QString bookerOnClipboard(const BookingClipboard &clipboard)
 } // namespace
 
 SlotActions::SlotActions(Station &station, BookingClipboard &clipboard, Selection selection, QWidget *window)
-    : QObject(window), m_station(station), m_clipboard(clipboard), m_selection(std::move(selection)), m_window(window),
+    : QObject(window),
+      m_station(station),
+      m_clipboard(clipboard),
+      m_selection(std::move(selection)),
+      m_window(window),
       m_menu(new QMenu(window))
 {
     m_menu->setObjectName(u"mnu_Mouse"_s);
@@ -72,7 +76,7 @@ void SlotActions::buildMenu()
     m_menu->addSeparator();
     for (const qint16 minutes : {qint16(15), qint16(30), qint16(45)}) {
         auto *extra = m_menu->addAction(u"Add "_s + QString::number(minutes) + u" minutes extra time"_s,
-                                       [this, minutes] { addExtraTime(minutes); });
+                                        [this, minutes] { addExtraTime(minutes); });
         extra->setObjectName(u"mnu_Add"_s + QString::number(minutes));
         extra->setIcon(Look::icon(u"extra-time"_s));
     }

@@ -45,11 +45,8 @@ private Q_SLOTS:
     void init() { m_server->freshDatabase(); }
 
     void hourTexts();
-    void realDates_data();
     void realDates();
-    void hoursFromNow_data();
     void hoursFromNow();
-    void businessDateOfNow();
     void aDayFromTheDatabase();
     void playLists_data();
     void playLists();
@@ -82,83 +79,46 @@ void tst_Day::hourTexts()
     QCOMPARE(hoursOfDay({2, 1}).size(), std::size_t(24));
 }
 
-void tst_Day::realDates_data()
-{
-    QTest::addColumn<QString>("day");
-    QTest::addColumn<QStringList>("cases"); // hour and the date on which it falls, "-" for no hour of the day
-    QTest::newRow("ordinary") << saturday
-                              << QStringList{u"07:00 -"_s,          u"08:00 2026-11-14"_s, u"23:00 2026-11-14"_s,
-                                             u"24:00 2026-11-15"_s, u"00:00 -"_s,          u"01:00 2026-11-15"_s,
-                                             u"02:00 2026-11-15"_s, u"03:00 -"_s};
-    QTest::newRow("month end") << u"2026-11-30"_s << QStringList{u"24:00 2026-12-01"_s, u"02:00 2026-12-01"_s};
-    QTest::newRow("year end") << u"2026-12-31"_s << QStringList{u"23:00 2026-12-31"_s, u"24:00 2027-01-01"_s};
-    QTest::newRow("before the leap day") << u"2028-02-28"_s << QStringList{u"24:00 2028-02-29"_s};
-    QTest::newRow("leap day") << u"2028-02-29"_s << QStringList{u"08:00 2028-02-29"_s, u"01:00 2028-03-01"_s};
-    QTest::newRow("no leap year") << u"2027-02-28"_s << QStringList{u"24:00 2027-03-01"_s};
-}
-
 void tst_Day::realDates()
 {
-    QFETCH(const QString, day);
-    QFETCH(const QStringList, cases);
-    for (const QString &line : cases) {
-        const QString hour = line.section(u' ', 0, 0);
-        const QDate date = ExactDate(hour, day, hours);
-        QCOMPARE(hour + u' ' + (date.isValid() ? date.toString(Qt::ISODate) : u"-"_s), line);
+    // Day, hour, and the date on which it falls; a dash for an hour that the day does not have.
+    const QString cases = u"2026-11-14 07:00 - | 2026-11-14 08:00 2026-11-14 | 2026-11-14 23:00 2026-11-14 | "
+                          "2026-11-14 24:00 2026-11-15 | 2026-11-14 00:00 - | 2026-11-14 01:00 2026-11-15 | "
+                          "2026-11-14 02:00 2026-11-15 | 2026-11-14 03:00 - | 2026-11-30 24:00 2026-12-01 | "
+                          "2026-11-30 02:00 2026-12-01 | 2026-12-31 23:00 2026-12-31 | 2026-12-31 24:00 2027-01-01 | "
+                          "2028-02-28 24:00 2028-02-29 | 2028-02-29 01:00 2028-03-01 | 2027-02-28 24:00 2027-03-01"_s;
+    for (const QString &line : cases.split(u" | "_s)) {
+        const QDate date = ExactDate(line.mid(11, 5), line.left(10), hours);
+        QCOMPARE(line.left(17) + (date.isValid() ? date.toString(Qt::ISODate) : u"-"_s), line);
     }
-}
-
-void tst_Day::hoursFromNow_data()
-{
-    QTest::addColumn<QString>("now");
-    QTest::addColumn<QString>("slot");
-    QTest::addColumn<int>("hoursLeft"); // clock-hour boundaries, -99 for an hour that the day does not have
-    const auto add = [](const QString &now, const QString &slot, int left) {
-        QTest::newRow(qPrintable(now + u" to "_s + slot)) << now << slot << left;
-    };
-    add(u"2026-11-14 14:00:00"_s, u"2026-11-14 14:00"_s, 0);
-    add(u"2026-11-14 14:59:59"_s, u"2026-11-14 14:00"_s, 0);
-    add(u"2026-11-14 15:00:00"_s, u"2026-11-14 14:00"_s, -1);
-    add(u"2026-11-14 14:59:59"_s, u"2026-11-14 15:00"_s, 1);
-    add(u"2026-11-14 23:59:59"_s, u"2026-11-14 24:00"_s, 1);
-    add(u"2026-11-15 00:00:00"_s, u"2026-11-14 24:00"_s, 0);
-    add(u"2026-11-15 00:59:59"_s, u"2026-11-14 24:00"_s, 0);
-    add(u"2026-11-15 01:00:00"_s, u"2026-11-14 24:00"_s, -1);
-    add(u"2026-11-15 01:30:00"_s, u"2026-11-14 02:00"_s, 1);
-    add(u"2026-11-15 01:30:00"_s, u"2026-11-15 01:00"_s, 24);
-    add(u"2026-11-30 23:30:00"_s, u"2026-11-30 01:00"_s, 2);
-    add(u"2028-02-28 22:00:00"_s, u"2028-02-28 24:00"_s, 2);
-    add(u"2028-02-29 00:30:00"_s, u"2028-02-29 08:00"_s, 8);
-    add(u"2026-12-31 23:00:00"_s, u"2026-12-31 02:00"_s, 3);
-    // The clock on the wall counts, also in the night in which it is put forward from 2 to 3.
-    add(u"2026-03-29 01:30:00"_s, u"2026-03-28 02:00"_s, 1);
-    add(u"2026-03-29 01:30:00"_s, u"2026-03-29 08:00"_s, 7);
-    add(u"2026-11-14 14:00:00"_s, u"2026-11-20 05:00"_s, -99);
-    add(u"2026-11-14 14:00:00"_s, u"2026-11-20 00:00"_s, -99);
+    // A moment, and the business date that it belongs to; none at the start hour, at midnight and at the end hour.
+    const QString moments =
+        u"2026-11-14 08:30:00 - | 2026-11-14 09:00:00 2026-11-14 | 2026-11-14 23:59:59 2026-11-14 | "
+        "2026-11-15 00:30:00 - | 2026-11-15 01:30:00 2026-11-14 | 2026-11-15 02:30:00 - | "
+        "2026-11-15 07:59:59 - | 2026-12-01 01:00:00 2026-11-30 | 2028-03-01 01:59:59 2028-02-29"_s;
+    for (const QString &line : moments.split(u" | "_s)) {
+        const QDate date = AdjustableDate(moment(line.left(19)), hours);
+        QCOMPARE(line.left(20) + (date.isValid() ? date.toString(Qt::ISODate) : u"-"_s), line);
+    }
 }
 
 void tst_Day::hoursFromNow()
 {
-    QFETCH(const QString, now);
-    QFETCH(const QString, slot);
-    const qint64 left = hoursUntil(moment(now), slot.left(10), slot.mid(11), hours);
-    QTEST(int(std::max<qint64>(left, -99)), "hoursLeft");
-}
-
-void tst_Day::businessDateOfNow()
-{
-    const auto date = [](const QString &now) { return AdjustableDate(moment(now), hours).toString(Qt::ISODate); };
-    for (const auto &[now, expected] :
-         std::vector<std::pair<QString, QString>>{{u"2026-11-14 08:30:00"_s, {}},
-                                                  {u"2026-11-14 09:00:00"_s, saturday},
-                                                  {u"2026-11-14 23:59:59"_s, saturday},
-                                                  {u"2026-11-15 00:30:00"_s, {}},
-                                                  {u"2026-11-15 01:30:00"_s, saturday},
-                                                  {u"2026-11-15 02:30:00"_s, {}},
-                                                  {u"2026-11-15 07:59:59"_s, {}},
-                                                  {u"2026-12-01 01:00:00"_s, u"2026-11-30"_s},
-                                                  {u"2028-03-01 01:59:59"_s, u"2028-02-29"_s}})
-        QCOMPARE(date(now), expected);
+    // Now, day and hour of a slot, and the clock-hour boundaries between; -99 for an hour that the day does not have.
+    // The clock on the wall counts, also in the night of 29 March, in which it is put forward from 2 to 3.
+    const QString cases = u"2026-11-14 14:00:00 2026-11-14 14:00 0 | 2026-11-14 14:59:59 2026-11-14 14:00 0 | "
+                          "2026-11-14 15:00:00 2026-11-14 14:00 -1 | 2026-11-14 14:59:59 2026-11-14 15:00 1 | "
+                          "2026-11-14 23:59:59 2026-11-14 24:00 1 | 2026-11-15 00:00:00 2026-11-14 24:00 0 | "
+                          "2026-11-15 00:59:59 2026-11-14 24:00 0 | 2026-11-15 01:00:00 2026-11-14 24:00 -1 | "
+                          "2026-11-15 01:30:00 2026-11-14 02:00 1 | 2026-11-15 01:30:00 2026-11-15 01:00 24 | "
+                          "2026-11-30 23:30:00 2026-11-30 01:00 2 | 2028-02-28 22:00:00 2028-02-28 24:00 2 | "
+                          "2028-02-29 00:30:00 2028-02-29 08:00 8 | 2026-12-31 23:00:00 2026-12-31 02:00 3 | "
+                          "2026-03-29 01:30:00 2026-03-28 02:00 1 | 2026-03-29 01:30:00 2026-03-29 08:00 7 | "
+                          "2026-11-14 14:00:00 2026-11-20 05:00 -99 | 2026-11-14 14:00:00 2026-11-20 00:00 -99"_s;
+    for (const QString &line : cases.split(u" | "_s)) {
+        const qint64 left = hoursUntil(moment(line.left(19)), line.mid(20, 10), line.mid(31, 5), hours);
+        QCOMPARE(line.left(37) + QString::number(std::max<qint64>(left, -99)), line);
+    }
 }
 
 void tst_Day::aDayFromTheDatabase()
