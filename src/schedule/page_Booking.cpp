@@ -5,8 +5,8 @@
 #include "app/Look.h"
 #include "app/RateType.h"
 #include "booking/RemarkLog.h"
-#include "booking/SlotWords.h"
 #include "schedule/DayView.h"
+#include "schedule/ElidedLabel.h"
 #include "schedule/FreeHourNotice.h"
 #include "schedule/LayoutPlan.h"
 #include "schedule/PlayLists.h"
@@ -16,6 +16,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
 #include <QToolButton>
 
@@ -70,7 +71,6 @@ page_Booking::page_Booking(Station &station, BookingClipboard &clipboard, QWidge
     layout->addWidget(m_playLists);
     connectActions();
     setTabOrder(m_calendar, m_grid);
-    setTabOrder(m_grid, m_playLists);
     showClipboard();
 }
 
@@ -127,9 +127,8 @@ QWidget *page_Booking::makeGrid()
     m_unread->hide();
     m_notice = new FreeHourNotice;
     connect(m_notice, &FreeHourNotice::entryWanted, this, &page_Booking::waitingEntryWanted);
-    m_clipboardLabel = namedLabel(u"lbl_Clipboard"_s);
-    m_clipboardLabel->setMinimumWidth(0);
-    m_clipboardLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_clipboardLabel = new ElidedLabel;
+    m_clipboardLabel->setObjectName(u"lbl_Clipboard"_s);
 
     auto *column = new QWidget;
     auto *layout = new QVBoxLayout(column);
@@ -146,7 +145,8 @@ QWidget *page_Booking::makeGrid()
 
 QWidget *page_Booking::makeHeading()
 {
-    m_fieldName = namedLabel(u"lbl_FieldName"_s);
+    m_fieldName = new ElidedLabel;
+    m_fieldName->setObjectName(u"lbl_FieldName"_s);
     makeLarge(m_fieldName);
     m_fieldInfo = namedLabel(u"lbl_FieldInfo"_s);
     m_dayLabel = namedLabel(u"lbl_Day"_s);
@@ -281,9 +281,10 @@ void page_Booking::showRows(std::vector<DayRow> rows)
 
 void page_Booking::showHeading()
 {
-    m_fieldName->setText(m_station.settings.FieldDisplayNames.at(std::size_t(field())));
+    m_fieldName->showText(m_station.settings.FieldDisplayNames.at(std::size_t(field())));
     m_fieldInfo->setText(u"Field Number "_s + QString::number(field() + 1)); // people count from 1
-    m_dayLabel->setText(dayInWords(m_day));
+    const QDate day = QDate::fromString(m_day, Qt::ISODate);
+    m_dayLabel->setText(QLocale::c().toString(day, u"ddd d MMMM yyyy"_s));
 }
 
 void page_Booking::showSelectedHour()
@@ -362,8 +363,7 @@ void page_Booking::showClipboard()
     case ClipboardSource::Nothing:
         break;
     }
-    m_clipboardLabel->setText(text);
-    m_clipboardLabel->setToolTip(text.toHtmlEscaped());
+    m_clipboardLabel->showText(text);
 }
 
 void page_Booking::addSpecialGroup(int group)

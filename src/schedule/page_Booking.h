@@ -9,6 +9,7 @@
 #include <map>
 
 class DayView;
+class ElidedLabel;
 class FreeHourNotice;
 class LayoutPlan;
 class PlayLists;
@@ -84,13 +85,13 @@ private:
     QLineEdit *m_fieldUnderMouse = nullptr;
     QLineEdit *m_fieldSelected = nullptr;
     LayoutPlan *m_plan = nullptr;
-    QLabel *m_fieldName = nullptr;
+    ElidedLabel *m_fieldName = nullptr;
     QLabel *m_fieldInfo = nullptr;
     QCalendarWidget *m_calendar = nullptr;
     QLabel *m_time = nullptr;
     QLabel *m_dayLabel = nullptr;
     QLabel *m_unread = nullptr;
-    QLabel *m_clipboardLabel = nullptr;
+    ElidedLabel *m_clipboardLabel = nullptr;
     FreeHourNotice *m_notice = nullptr;
     DayView *m_grid = nullptr;
     PlayLists *m_playLists = nullptr;
