@@ -13,8 +13,8 @@ const QString cancelJob = u"cancel"_s;
 class SlotCancelling
 {
 public:
-    SlotCancelling(Station &station, const QString &staff, const CancelRequest &request)
-        : m_station(station), m_connection(station.database), m_staff(staff), m_request(request)
+    SlotCancelling(Station &station, const QString &staff, const CancelRequest &request, std::vector<SlotKey> *freed)
+        : m_station(station), m_connection(station.database), m_staff(staff), m_request(request), m_freed(freed)
     {
     }
 
@@ -30,6 +30,7 @@ public:
             return CancelOutcome::PaidItem;
         m_connection.execute(u"DELETE FROM tbl_booking where b_datetime='"_s + slot.dateTimeText() +
                              u"' AND  b_field="_s + field);
+        becameFree(slot);
         writeRemark(m_station, m_connection, {slot, m_request.reason, cancelJob, m_staff});
         for (const int partner : m_station.shared.partners(m_request.field))
             freePartner(slotOn(partner));
@@ -41,10 +42,17 @@ public:
 private:
     [[nodiscard]] SlotKey slotOn(int field) const { return {m_request.date, m_request.hour, field}; }
 
+    void becameFree(const SlotKey &slot)
+    {
+        if (m_freed)
+            m_freed->push_back(slot);
+    }
+
     void freePartner(const SlotKey &slot)
     {
         m_connection.execute(u"DELETE FROM tbl_booking WHERE b_datetime='"_s + slot.dateTimeText() +
                              u"' AND b_field="_s + QString::number(slot.field));
+        becameFree(slot);
         writeRemark(m_station, m_connection, {slot, u" shared booking"_s, cancelJob, m_staff});
     }
 
@@ -54,11 +62,13 @@ private:
         const QString condition = u" where b_datetime='"_s + slot.dateTimeText() + u"' AND b_field="_s + field;
         DbRows rows = m_connection.query(u"SELECT * FROM tbl_booking"_s + condition);
         const int shared = rows.next() ? rows.number("b_shared") : 0;
-        if (shared == 1)
+        if (shared == 1) {
             m_connection.execute(u"DELETE FROM tbl_booking WHERE b_datetime='"_s + slot.dateTimeText() +
                                  u"' AND b_field="_s + field);
-        else
+            becameFree(slot);
+        } else {
             m_connection.execute(u"UPDATE tbl_booking SET b_shared=b_shared - 1"_s + condition);
+        }
         writeRemark(m_station, m_connection, {slot, u" partially booked field "_s + field, cancelJob, m_staff});
     }
 
@@ -66,6 +76,7 @@ private:
     DbConnection m_connection;
     const QString &m_staff;
     const CancelRequest &m_request;
+    std::vector<SlotKey> *m_freed;
 };
 
 /// Why the texts of a booker cell may not be cleared; Cancelled when they may.
@@ -122,7 +133,8 @@ QString refusalText(CancelOutcome outcome)
     return {};
 }
 
-CancelOutcome doCancel(Station &station, const QString &staff, const CancelRequest &request)
+CancelOutcome doCancel(Station &station, const QString &staff, const CancelRequest &request,
+                       std::vector<SlotKey> *freed)
 {
     if (hoursUntil(station.now(), request.date, request.hour, station.hours()) < 0)
         return CancelOutcome::PreviousEntry;
@@ -130,7 +142,7 @@ CancelOutcome doCancel(Station &station, const QString &staff, const CancelReque
         return outcome;
     if (request.reason.isEmpty())
         return CancelOutcome::NoReason;
-    return SlotCancelling(station, staff, request).cancel();
+    return SlotCancelling(station, staff, request, freed).cancel();
 }
 
 std::vector<SlotKey> clearSelection(Station &station, const DaySelection &selection)
@@ -148,15 +160,16 @@ std::vector<SlotKey> clearSelection(Station &station, const DaySelection &select
         station.prompts.askText(u"Enter reason why the entry need to be cleared"_s, FieldLengths::reason);
     if (reason.isEmpty())
         return {};
-    std::vector<SlotKey> cleared;
+    std::vector<SlotKey> freed;
     for (const int index : selection.selected) {
         const DayRow &row = selection.row(index);
         const CancelOutcome outcome =
             doCancel(station, verification->staffName,
-                     {selection.day, row.hourText(), row.booker, selection.field, reason});
-        if (outcome == CancelOutcome::Cancelled)
-            cleared.push_back(selection.slotOf(row));
+                     {selection.day, row.hourText(), row.booker, selection.field, reason}, &freed);
+        const auto next = std::size_t(index) + 1;
+        if (outcome == CancelOutcome::Cancelled && next < selection.rows.size() && selection.rows[next].isExtraTime())
+            freed.push_back(selection.slotOf(selection.rows[next]));
         tell(station.prompts, outcome);
     }
-    return cleared;
+    return freed;
 }

@@ -27,10 +27,12 @@ enum class CancelOutcome {
 QString refusalText(CancelOutcome outcome);
 
 /// Deletes one booking with the marker rows that it made on shared fields (tbl_booking) and writes their remarks
-/// (tbl_remark). Shows nothing. Throws DbError; what was written stays.
-CancelOutcome doCancel(Station &station, const QString &staff, const CancelRequest &request);
+/// (tbl_remark). Adds the slots that became free with it, its own first, to `freed`. Shows nothing. Throws DbError;
+/// what was written stays.
+CancelOutcome doCancel(Station &station, const QString &staff, const CancelRequest &request,
+                       std::vector<SlotKey> *freed = nullptr);
 
 /// btn_Clear: the first selected row that may not be cleared refuses everything; then the staff member is verified and
-/// asked for a reason, and every row is cleared, a refused one with its message. Gives the slots that became free.
-/// Throws DbError.
+/// asked for a reason, and every row is cleared, a refused one with its message. Gives the slots that became free, also
+/// on fields that share the ground and where extra time ran to. Throws DbError.
 std::vector<SlotKey> clearSelection(Station &station, const DaySelection &selection);
