@@ -14,8 +14,23 @@ start_display() {
     # Nothing of the caller's own desktop may shine through.
     unset WAYLAND_DISPLAY XAUTHORITY QT_STYLE_OVERRIDE QT_SCREEN_SCALE_FACTORS QT_FONT_DPI QT_QPA_PLATFORMTHEME
     export DISPLAY=":$display" QT_QPA_PLATFORM=xcb LC_ALL=C.UTF-8
-    # It goes when the display goes.
-    openbox </dev/null >>"$log" 2>&1 5<&- 7>&- 8>&- 9>&- &
+    start_window_frames "$log"
+}
+
+# Starts the window manager, which goes when the display goes. A window that is shown while it begins may never be seen.
+start_window_frames() {
+    local ready tries
+    ready=$(mktemp -u)
+    openbox --startup "touch '$ready'" </dev/null >>"$1" 2>&1 5<&- 7>&- 8>&- 9>&- &
+    for ((tries = 0; tries < 100; tries++)); do
+        if [[ -e $ready ]]; then
+            rm "$ready"
+            return
+        fi
+        sleep 0.1
+    done
+    cat "$1" >&2
+    fail "The window manager did not start."
 }
 
 stop_display() {
