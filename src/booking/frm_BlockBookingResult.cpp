@@ -16,14 +16,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString countsText(const std::vector<BlockBookingHour> &results)
+QString countsText(const std::vector<BlockBookingHour> &results, std::size_t planned)
 {
     const auto booked = std::count_if(results.begin(), results.end(), [](const BlockBookingHour &hour) {
         return hour.outcome == BookingOutcome::Booked;
     });
-    const auto all = qsizetype(results.size());
-    return QString::number(booked) + u" of "_s + QString::number(all) + (all == 1 ? u" hour"_s : u" hours"_s) +
-           u" booked, "_s + QString::number(all - booked) + u" refused"_s;
+    const auto tried = qsizetype(results.size());
+    const auto all = qsizetype(planned);
+    const QString counts = QString::number(booked) + u" of "_s + QString::number(all) +
+                           (all == 1 ? u" hour"_s : u" hours"_s) + u" booked, "_s + QString::number(tried - booked) +
+                           u" refused"_s;
+    return tried < all ? counts + u", "_s + QString::number(all - tried) + u" not finished"_s : counts;
 }
 
 void appendHour(QStandardItemModel *model, const BlockBookingHour &hour)
@@ -54,8 +57,8 @@ int columnsWidth(const QTableView *table)
 
 } // namespace
 
-frm_BlockBookingResult::frm_BlockBookingResult(const std::vector<BlockBookingHour> &results, const QString &heading,
-                                               QWidget *parent)
+frm_BlockBookingResult::frm_BlockBookingResult(const std::vector<BlockBookingHour> &results, std::size_t planned,
+                                               const QString &heading, QWidget *parent)
     : QDialog(parent)
 {
     setObjectName(u"frm_BlockBookingResult"_s);
@@ -69,12 +72,13 @@ frm_BlockBookingResult::frm_BlockBookingResult(const std::vector<BlockBookingHou
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 16, 24, 16);
     layout->setSpacing(8);
-    layout->addWidget(wrappedLabel(u"lbl_Counts"_s, countsText(results), 1.3));
+    layout->addWidget(wrappedLabel(u"lbl_Counts"_s, countsText(results, planned), 1.3));
     layout->addWidget(wrappedLabel(u"lbl_Heading"_s, heading));
     layout->addSpacing(8);
     layout->addWidget(table, 1);
     layout->addSpacing(8);
     layout->addWidget(close, 0, Qt::AlignRight);
+    close->setFocus();
     resize(qMax(480, columnsWidth(table) + 112), qMin(560, table->verticalHeader()->length() + 208));
 }
 

@@ -12,8 +12,9 @@ class frm_BlockBookingResult : public QDialog
     Q_OBJECT
 
 public:
-    /// heading says who was booked where.
-    frm_BlockBookingResult(const std::vector<BlockBookingHour> &results, const QString &heading,
+    /// planned is how many hours the block has, more than there are results when an error ended it; heading says who
+    /// was booked where.
+    frm_BlockBookingResult(const std::vector<BlockBookingHour> &results, std::size_t planned, const QString &heading,
                            QWidget *parent = nullptr);
 
 private:

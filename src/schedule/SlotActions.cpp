@@ -13,6 +13,8 @@
 
 #include <QProgressDialog>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -183,19 +185,28 @@ void SlotActions::changeRate(const QString &rateType)
 void SlotActions::blockBook(int weeks)
 {
     std::vector<BlockBookingHour> results;
+    std::size_t planned = 0;
     QString heading;
     const bool ok = run(
         [&](const DaySelection &selection) {
             heading = bookerOnClipboard(m_clipboard) + u" on "_s + fieldName(m_station, selection.field);
-            QProgressDialog progress(u"Booking "_s + QString::number(weeks) + u" weeks…"_s, {}, 0, weeks, m_window);
-            progress.setWindowModality(Qt::WindowModal);
-            bookBlock(
-                m_station, m_clipboard, selection, weeks, [&](int week) { progress.setValue(week); }, results);
-            progress.reset();
+            planned = selection.selected.size() * std::size_t(weeks);
+            // Made after the verification: a progress window shows itself after a while, and in front of any other.
+            std::unique_ptr<QProgressDialog> progress;
+            const auto tell = [&](int week) {
+                if (!progress) {
+                    progress = std::make_unique<QProgressDialog>(u"Booking "_s + QString::number(weeks) + u" weeks…"_s,
+                                                                 QString(), 0, weeks, m_window);
+                    progress->setWindowModality(Qt::WindowModal);
+                    progress->setValue(0);
+                }
+                progress->setValue(week);
+            };
+            bookBlock(m_station, m_clipboard, selection, weeks, tell, results);
         },
         database);
     if (!results.empty())
-        frm_BlockBookingResult(results, heading, m_window).exec();
+        frm_BlockBookingResult(results, planned, heading, m_window).exec();
     if (ok)
         Q_EMIT waitingListTouched();
     Q_EMIT clipboardChanged();
