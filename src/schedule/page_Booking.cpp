@@ -204,7 +204,7 @@ void page_Booking::connectActions()
     connect(m_actions, &SlotActions::waitingListTouched, this, &page_Booking::waitingListTouched);
     connect(m_actions, &SlotActions::clipboardChanged, this, &page_Booking::clipboardChanged);
     connect(m_actions, &SlotActions::slotsFreed, this, [this](const std::vector<SlotKey> &freed) {
-        guarded(m_station.prompts, ErrorCode::Database, [&] { m_notice->announce(m_station.database, freed); });
+        guarded(m_station.prompts, ErrorCode::Database, [&] { m_notice->announce(m_station, freed); });
     });
 }
 
@@ -347,23 +347,26 @@ void page_Booking::tick(const QString &timeText)
 
 void page_Booking::showClipboard()
 {
-    QString text = u"Nothing to paste"_s;
-    const auto describe = [](const Booker &booker) { return booker.name + u" · "_s + RateType::inWords(booker.rateType); };
-    const auto nameOf = [this](int field) { return m_station.settings.FieldDisplayNames.at(std::size_t(field)); };
-    switch (m_clipboard.source()) {
-    case ClipboardSource::CopiedSlot:
-        text = u"To paste: "_s + describe(m_clipboard.copiedBooker) + u" · copied from "_s +
-               nameOf(m_clipboard.copied->field) + u", "_s + m_clipboard.copied->day + u' ' +
-               m_clipboard.copied->hourText;
-        break;
-    case ClipboardSource::WaitingList:
-        text = u"To paste: "_s + describe(m_clipboard.cut.booker) + u" · from the waiting list of "_s +
-               nameOf(m_clipboard.cut.field) + u", "_s + m_clipboard.cut.dateTimeText.left(16);
-        break;
-    case ClipboardSource::Nothing:
-        break;
+    constexpr int widestName = 150;
+    const ClipboardSource source = m_clipboard.source();
+    if (source == ClipboardSource::Nothing) {
+        m_clipboardLabel->showText(u"Nothing to paste"_s);
+        return;
     }
-    m_clipboardLabel->showText(text);
+    const auto nameOf = [this](int field) { return m_station.settings.FieldDisplayNames.at(std::size_t(field)); };
+    const bool waiting = source == ClipboardSource::WaitingList;
+    const Booker &booker = waiting ? m_clipboard.cut.booker : m_clipboard.copiedBooker;
+    const QString from = waiting ? u"from the waiting list of "_s + nameOf(m_clipboard.cut.field) + u", "_s +
+                                       m_clipboard.cut.dateTimeText.left(16)
+                                 : u"copied from "_s + nameOf(m_clipboard.copied->field) + u", "_s +
+                                       m_clipboard.copied->day + u' ' + m_clipboard.copied->hourText;
+    const auto describe = [&](const QString &name) {
+        return u"To paste: "_s + name + u" · "_s + RateType::inWords(booker.rateType) + u" · "_s + from;
+    };
+    // A long name leaves room for the rate and where it is from; the tip says all of it.
+    m_clipboardLabel->showText(
+        describe(m_clipboardLabel->fontMetrics().elidedText(booker.name, Qt::ElideRight, widestName)));
+    m_clipboardLabel->setToolTip(u"<qt>"_s + describe(booker.name).toHtmlEscaped());
 }
 
 void page_Booking::addSpecialGroup(int group)
