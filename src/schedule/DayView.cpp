@@ -72,6 +72,8 @@ public:
         paintText(*painter, option, index, state, selected);
         if (selected)
             paintFrame(*painter, option.rect, index.column());
+        else if (option.state.testFlag(QStyle::State_HasFocus))
+            paintFocus(*painter, option.rect, toneOf(state).text);
         painter->restore();
     }
 
@@ -98,6 +100,14 @@ private:
         const int alignment = index.column() == DayModel::Paid ? Qt::AlignRight : Qt::AlignLeft;
         painter.drawText(box, alignment | Qt::AlignVCenter | Qt::TextSingleLine,
                          QFontMetrics(font).elidedText(text, Qt::ElideRight, box.width()));
+    }
+
+    // Where the keys stand while they move without selecting.
+    static void paintFocus(QPainter &painter, const QRect &rect, const QColor &colour)
+    {
+        painter.setPen(QPen(colour, 1, Qt::DashLine));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(rect.adjusted(2, 2, -3, -3));
     }
 
     static void paintFrame(QPainter &painter, const QRect &rect, int column)
