@@ -7,7 +7,6 @@
 #include <QMenu>
 #include <QTableView>
 #include <QTest>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -41,7 +40,12 @@ bool isUsable(const QString &name)
 
 } // namespace
 
-WindowDriver::WindowDriver(int patienceMilliseconds) : m_patience(patienceMilliseconds) {}
+WindowDriver::WindowDriver(int patienceMilliseconds) : m_patience(patienceMilliseconds)
+{
+    m_next.setSingleShot(true);
+    m_next.setInterval(pollMilliseconds);
+    connect(&m_next, &QTimer::timeout, this, &WindowDriver::goOn);
+}
 
 QObject *WindowDriver::find(const QString &name)
 {
@@ -156,33 +160,29 @@ void WindowDriver::answer(const QString &text, QMessageBox::StandardButton butto
 bool WindowDriver::run()
 {
     m_failure.clear();
-    QTimer::singleShot(0, this, &WindowDriver::begin);
+    m_waited = 0;
+    m_next.start();
     // The application's own loop: it ends the loops of modal windows with it, and the program can end it.
     QCoreApplication::exec();
+    m_next.stop();
     if (m_failure.isEmpty() && !m_steps.empty())
         m_failure = u"the program ended before: "_s + m_steps.front().what;
     m_steps.clear();
     return m_failure.isEmpty();
 }
 
-void WindowDriver::begin()
+void WindowDriver::goOn()
 {
     if (m_steps.empty()) {
         QCoreApplication::exit();
         return;
     }
-    if (onStep)
+    if (m_waited == 0 && onStep)
         onStep(m_steps.front().what);
-    poll(0);
-}
-
-void WindowDriver::poll(int waited)
-{
-    if (m_steps.empty())
-        return;
     if (!m_steps.front().ready()) {
-        if (waited < m_patience) {
-            QTimer::singleShot(pollMilliseconds, this, [=, this] { poll(waited + pollMilliseconds); });
+        m_waited += pollMilliseconds;
+        if (m_waited < m_patience) {
+            m_next.start();
             return;
         }
         const QWidget *modal = QApplication::activeModalWidget();
@@ -193,7 +193,8 @@ void WindowDriver::poll(int waited)
     }
     const auto act = std::move(m_steps.front().act);
     m_steps.pop_front();
-    // The next step polls from a timer of its own: an action that opens a modal window returns only when it is closed.
-    QTimer::singleShot(pollMilliseconds, this, &WindowDriver::begin);
+    m_waited = 0;
+    // The timer goes on during the action: one that opens a modal window returns only when it is closed.
+    m_next.start();
     act();
 }

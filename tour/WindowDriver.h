@@ -2,6 +2,7 @@
 
 #include <QMessageBox>
 #include <QObject>
+#include <QTimer>
 #include <QWidget>
 
 #include <deque>
@@ -63,10 +64,11 @@ private:
     };
 
     void add(Step step);
-    void begin();
-    void poll(int waited);
+    void goOn();
 
     int m_patience;
+    int m_waited = 0; ///< milliseconds, for the step that is next
+    QTimer m_next;
     std::deque<Step> m_steps;
     QString m_failure;
 };
