@@ -35,7 +35,8 @@ QString definitionOf(DbConnection &connection, const QString &table)
     }
 }
 
-// A count grows only while the names arrive in the order 1, 2, 3, …: the server lists tbl_counter10 before tbl_counter2.
+// A count grows only while the names arrive in the order 1, 2, 3, …: the server lists tbl_counter10 before
+// tbl_counter2.
 void countTables(DbConnection &connection, std::initializer_list<TableKind *> kinds)
 {
     DbRows tables = connection.query(u"show tables;"_s);

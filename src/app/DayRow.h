@@ -18,7 +18,7 @@ inline const QString partiallyShared = QStringLiteral("Partially Shared");
 /// One hour of the business day as the grid shows it.
 struct DayRow
 {
-    int hour = 0;           ///< 24 for midnight
+    int hour = 0;            ///< 24 for midnight
     QString hourRange = {};  ///< column 0: "08:00 to 09:00"
     QString twelveHour = {}; ///< column 1: "08:00 AM"
     QString booker = {};     ///< column 2: the booker's name, a marker text or the extra time of the hour before

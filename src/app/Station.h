@@ -15,8 +15,11 @@ struct Station
 {
     Station(AppSettings appSettings, Prompts &stationPrompts,
             std::function<QDateTime()> stationClock = &QDateTime::currentDateTime)
-        : settings(std::move(appSettings)), shared(settings), database(settings.ConnectionString),
-          prompts(stationPrompts), clock(std::move(stationClock))
+        : settings(std::move(appSettings)),
+          shared(settings),
+          database(settings.ConnectionString),
+          prompts(stationPrompts),
+          clock(std::move(stationClock))
     {
     }
 

@@ -17,12 +17,18 @@ class SlotBooking
 {
 public:
     SlotBooking(Station &station, const QString &staff, const BookingRequest &request)
-        : m_station(station), m_connection(station.database), m_staff(staff), m_request(request),
+        : m_station(station),
+          m_connection(station.database),
+          m_staff(staff),
+          m_request(request),
           m_slot{request.date, request.hour, request.field}
     {
     }
 
-    bool isTaken() { return m_connection.query(u"SELECT * FROM tbl_booking WHERE "_s + slotCondition(m_slot)).size() > 0; }
+    bool isTaken()
+    {
+        return m_connection.query(u"SELECT * FROM tbl_booking WHERE "_s + slotCondition(m_slot)).size() > 0;
+    }
 
     /// False when another counter's booking of the slot stands already.
     bool insert()

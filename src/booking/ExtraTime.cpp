@@ -74,9 +74,9 @@ bool AddExtraTime(Station &station, const DaySelection &selection, qint16 minute
     // A slot that has vanished since the grid was drawn gets nothing, without a message.
     if (connection.query(u"SELECT * FROM tbl_booking"_s + condition(slot)).size() > 0) {
         connection.execute(u"UPDATE tbl_booking SET b_extratime="_s + number + condition(slot));
-        writeRemark(station, connection,
-                    {slot, u" for player adding "_s + number + u" minutes more "_s, u"extra time"_s,
-                     verification->staffName});
+        writeRemark(
+            station, connection,
+            {slot, u" for player adding "_s + number + u" minutes more "_s, u"extra time"_s, verification->staffName});
     }
     return true;
 }

@@ -49,7 +49,7 @@ void SetMembershipStatus(Station &station, const QString &staff, const DaySelect
     DbConnection connection(station.database);
     connection.execute(u"UPDATE tbl_booking SET b_specialrate='"_s + rateType + u"' where b_datetime='"_s +
                        slot.dateTimeText() + u"' AND b_field="_s + QString::number(slot.field));
-    writeRemark(station, connection,
-                {slot, u" set "_s + rateType + u" rate for "_s + row.booker + u' ' + row.hourText(), u"change rate"_s,
-                 staff});
+    writeRemark(
+        station, connection,
+        {slot, u" set "_s + rateType + u" rate for "_s + row.booker + u' ' + row.hourText(), u"change rate"_s, staff});
 }

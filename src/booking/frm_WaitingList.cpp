@@ -28,7 +28,8 @@ frm_WaitingList::frm_WaitingList(Station &station, const QString &staffName, con
     for (const QString &hour : wantedHours(station.hours()))
         m_time->addItem(hour);
     m_form->addTopRow(new QLabel(u"Wanted &hour"_s), m_time);
-    QPushButton *ok = m_form->fillWindow(*this, u"Waiting list of "_s + fieldName, dayInWords(day), u"&Put on the list"_s);
+    QPushButton *ok =
+        m_form->fillWindow(*this, u"Waiting list of "_s + fieldName, dayInWords(day), u"&Put on the list"_s);
     connect(ok, &QPushButton::clicked, this, &frm_WaitingList::add);
 }
 

@@ -191,8 +191,7 @@ void page_WaitingList::selectField(int field)
 
 void page_WaitingList::showHeading()
 {
-    m_heading->setText(u"Waiting for "_s + fieldName(m_station.settings, m_field) + u", "_s +
-                       dayInWords(m_day));
+    m_heading->setText(u"Waiting for "_s + fieldName(m_station.settings, m_field) + u", "_s + dayInWords(m_day));
 }
 
 void page_WaitingList::RefreshWaitList()

@@ -82,8 +82,8 @@ DaySchedule readDay(Database &database, const QString &day, int field, WorkingHo
 
     const auto playersAt = [&](int clockHour) {
         const int hour = (clockHour + midnight) % midnight;
-        return playersOf(connection.query(u"SELECT b_bookername, b_field"_s +
-                                          hourCondition(day, hour == 0 ? midnight : hour)));
+        return playersOf(
+            connection.query(u"SELECT b_bookername, b_field"_s + hourCondition(day, hour == 0 ? midnight : hour)));
     };
     const int presentHour = now.time().hour();
     schedule.currentPlayers = playersAt(presentHour);

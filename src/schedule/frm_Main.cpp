@@ -40,7 +40,8 @@ constexpr std::array fieldKeys{Qt::Key_P, Qt::Key_O, Qt::Key_I, Qt::Key_U, Qt::K
 } // namespace
 
 frm_Main::frm_Main(Station &station, QWidget *parent)
-    : QMainWindow(parent), m_station(station),
+    : QMainWindow(parent),
+      m_station(station),
       m_alertCaptions(std::size_t(std::max(0, station.settings.MaxFieldIndex + 1)))
 {
     setObjectName(u"frm_Main"_s);
@@ -188,8 +189,7 @@ void frm_Main::loadSpecialGroups()
 void frm_Main::showCounter()
 {
     const int counter = m_station.settings.SelectedCounter;
-    m_counter->setText(u"Counter "_s + QString::number(counter) + u'\n' +
-                       GetCounterStaff(m_station.database, counter));
+    m_counter->setText(u"Counter "_s + QString::number(counter) + u'\n' + GetCounterStaff(m_station.database, counter));
 }
 
 void frm_Main::nextCounter()
@@ -225,8 +225,8 @@ void frm_Main::refreshPlan()
 {
     m_planMinute = m_station.now().time().minute();
     try {
-        m_booking->plan().setFieldStatus(readPlanStatus(m_station.database, m_station.now(), m_station.hours(),
-                                                        m_station.settings.MaxFieldIndex));
+        m_booking->plan().setFieldStatus(
+            readPlanStatus(m_station.database, m_station.now(), m_station.hours(), m_station.settings.MaxFieldIndex));
     } catch (const DbError &) {
         m_booking->plan().setFieldStatus({}); // the plan says nothing rather than something old
     }

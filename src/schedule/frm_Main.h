@@ -17,8 +17,8 @@ class page_Booking;
 class page_Lights;
 class page_WaitingList;
 
-/// The one window in which all daily work is done: it composes the pages of SSTab1 and connects them, runs the clock and
-/// sees every key before its controls do.
+/// The one window in which all daily work is done: it composes the pages of SSTab1 and connects them, runs the clock
+/// and sees every key before its controls do.
 class frm_Main : public QMainWindow
 {
     Q_OBJECT
@@ -27,8 +27,8 @@ public:
     explicit frm_Main(Station &station, QWidget *parent = nullptr);
     ~frm_Main() override;
 
-    /// Reads pictures, special groups and the day, and opens this counter's shift (tbl_system). What fails is shown with
-    /// code 5 and the window stays as far as it came.
+    /// Reads pictures, special groups and the day, and opens this counter's shift (tbl_system). What fails is shown
+    /// with code 5 and the window stays as far as it came.
     void load();
 
     /// "morning" or "evening", as it was when the window was loaded.

@@ -55,13 +55,17 @@ void makeLarge(QLabel *label)
 } // namespace
 
 page_Booking::page_Booking(Station &station, BookingClipboard &clipboard, QWidget *parent)
-    : QWidget(parent), m_station(station), m_clipboard(clipboard), m_fieldUnderMouse(hiddenBox(u"Text2"_s, this)),
+    : QWidget(parent),
+      m_station(station),
+      m_clipboard(clipboard),
+      m_fieldUnderMouse(hiddenBox(u"Text2"_s, this)),
       m_fieldSelected(hiddenBox(u"txtInfo_FieldSelect"_s, this))
 {
     m_fieldSelected->setText(u"0"_s);
     m_playLists = new PlayLists;
     m_playLists->setFixedWidth(playListWidth);
-    m_actions = new SlotActions(station, clipboard, [this] { return selection(); }, this);
+    m_actions = new SlotActions(
+        station, clipboard, [this] { return selection(); }, this);
 
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(space, space, space, space);
@@ -293,9 +297,8 @@ void page_Booking::showSelectedHour()
     if (!current.isValid() || m_day.isEmpty())
         return;
     const DayRow row = m_model.rows().at(std::size_t(current.row()));
-    guarded(m_station.prompts, ErrorCode::Database, [&] {
-        m_playLists->showHour(row.hourText(), RefreshList(m_station.database, m_day, row.hour));
-    });
+    guarded(m_station.prompts, ErrorCode::Database,
+            [&] { m_playLists->showHour(row.hourText(), RefreshList(m_station.database, m_day, row.hour)); });
 }
 
 QString page_Booking::historyOf(int row)

@@ -19,8 +19,8 @@ class QLineEdit;
 class QVBoxLayout;
 class SlotActions;
 
-/// The page of the main window on which a field's day is read and changed: plan and calendar, the grid with its buttons,
-/// who plays when.
+/// The page of the main window on which a field's day is read and changed: plan and calendar, the grid with its
+/// buttons, who plays when.
 class page_Booking : public QWidget
 {
     Q_OBJECT
