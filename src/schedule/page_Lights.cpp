@@ -137,11 +137,12 @@ void page_Lights::showCommits(const std::vector<LightCommit> &commits)
     m_ui->ListView_Light->clear();
     for (const LightCommit &commit : commits) {
         const QDateTime when = QDateTime::fromString(commit.when, u"yyyy-MM-dd hh:mm:ss"_s);
-        auto *const line = new QTreeWidgetItem(m_ui->ListView_Light, {shortTime(when), commit.staff});
+        auto *const line = new QTreeWidgetItem({shortTime(when), commit.staff});
         for (std::size_t row = 0; row < commit.rows.size(); ++row) {
             line->setText(firstRowColumn + int(row), word(commit.rows.at(row)).toLower());
             line->setTextAlignment(firstRowColumn + int(row), Qt::AlignCenter);
         }
+        m_ui->ListView_Light->addTopLevelItem(line);
     }
     m_ui->lbl_LightState->setText(commits.empty() ? u"Nothing was committed for this field yet."_s
                                                   : u"Switch the rows, then commit them to the log."_s);
