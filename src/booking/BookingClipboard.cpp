@@ -77,20 +77,38 @@ void insertCut(DbConnection &connection, WaitingEntry entry)
                        EscapeQuotes(entry.staffName) + u"'"_s);
 }
 
-// The waiting-list clipboard is one table for all counters: its row must be the entry that this counter cut.
+QString waitingEntryQuery(const QString &id)
+{
+    return u"SELECT * FROM tbl_waitlist where w_id='"_s + id + u"'"_s;
+}
+
+bool isOnWaitingList(DbConnection &connection, const QString &id)
+{
+    return connection.query(waitingEntryQuery(id)).size() > 0;
+}
+
+// The waiting-list clipboard is one table for all counters: its row must be the entry that this counter cut. Another
+// counter may have cut the same entry and booked it already, or deleted it.
 std::optional<Booker> cutBooker(Station &station, const BookingClipboard &clipboard)
 {
     DbConnection connection(station.database);
     DbRows rows = connection.query(u"SELECT * FROM tbl_waitlist_clipboard"_s);
-    while (rows.next()) {
+    std::optional<Booker> booker;
+    while (rows.next() && !booker) {
         WaitingEntry held = waitingEntryOf(rows);
         held.id = clipboard.waitingListId;
         if (held == clipboard.cut)
-            return held.booker;
+            booker = held.booker;
     }
-    station.prompts.inform(u"The waiting-list entry that you took is no longer held for pasting: another counter has "
-                           u"taken an entry since. Nothing was booked. Take the entry from the list again."_s);
-    return std::nullopt;
+    if (!booker) {
+        station.prompts.inform(u"The waiting-list entry that you took is no longer held for pasting: another counter "
+                               u"has taken an entry since. Nothing was booked. Take the entry from the list again."_s);
+    } else if (clipboard.fromWaitingList && !isOnWaitingList(connection, clipboard.waitingListId)) {
+        station.prompts.inform(u"The waiting-list entry that you took is no longer on the list: it was booked or "
+                               u"deleted since. Nothing was booked."_s);
+        return std::nullopt;
+    }
+    return booker;
 }
 
 std::optional<Booker> copiedBooker(Station &station, const BookingClipboard &clipboard)
@@ -140,7 +158,7 @@ bool cutWaitingEntry(Station &station, BookingClipboard &clipboard, const QStrin
     DbConnection connection(station.database);
     clipboard.fromWaitingList = false;
     connection.execute(u"DELETE FROM tbl_waitlist_clipboard WHERE w_id>0"_s);
-    DbRows rows = connection.query(u"SELECT * FROM tbl_waitlist where w_id='"_s + id + u"'"_s);
+    DbRows rows = connection.query(waitingEntryQuery(id));
     if (!rows.next()) {
         station.prompts.inform(u"This entry is no longer on the waiting list."_s);
         return false;

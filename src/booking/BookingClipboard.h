@@ -37,8 +37,8 @@ bool copySlot(Station &station, BookingClipboard &clipboard, const DaySelection 
 /// booked. An empty id is refused. False when nothing was taken. Throws DbError.
 bool cutWaitingEntry(Station &station, BookingClipboard &clipboard, const QString &id);
 
-/// The booker on the clipboard as the database holds it now; nothing when there is none, or when the row is not the one
-/// that this counter cut: staff are told then. Throws DbError.
+/// The booker on the clipboard as the database holds it now; nothing when there is none, when the row is not the one
+/// that this counter cut, or when the cut entry has left the waiting list since: staff are told then. Throws DbError.
 std::optional<Booker> clipboardBooker(Station &station, const BookingClipboard &clipboard, ClipboardSource source);
 
 /// mnu_Paste: verifies the staff member and books the clipboard's booker on every selected row; a row that is refused
