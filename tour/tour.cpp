@@ -78,7 +78,8 @@ private:
             const QString number = QString::number(++m_pictures).rightJustified(2, u'0');
             QApplication::processEvents();
             const QPixmap screen = QGuiApplication::primaryScreen()->grabWindow(0);
-            m_saved = screen.copy(seenPixels(screen)).save(m_folder + u'/' + number + u'-' + name + u".png"_s) && m_saved;
+            m_saved =
+                screen.copy(seenPixels(screen)).save(m_folder + u'/' + number + u'-' + name + u".png"_s) && m_saved;
         });
     }
 

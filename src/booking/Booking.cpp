@@ -146,13 +146,15 @@ std::optional<Verification> startBooking(Station &station, const DaySelection &s
 }
 
 void bookSelection(Station &station, BookingClipboard &clipboard, const QString &staff, const DaySelection &selection,
-                   const Booker &booker, bool fromWaitingList)
+                   const Booker &booker, bool fromWaitingList, std::vector<int> *handled)
 {
     for (const int index : selection.selected) {
         const BookingOutcome outcome =
             doBooking(station, clipboard, staff,
                       {selection.day, selection.row(index).hourText(), booker.telephone, booker.organisation,
                        booker.name, selection.field, booker.rateType, fromWaitingList && clipboard.fromWaitingList});
+        if (handled)
+            handled->push_back(index);
         if (outcome != BookingOutcome::Booked)
             station.prompts.refuse(refusalText(outcome));
     }

@@ -33,6 +33,7 @@ BookingOutcome doBooking(Station &station, BookingClipboard &clipboard, const QS
 /// then the staff member is verified. Nothing when either failed.
 std::optional<Verification> startBooking(Station &station, const DaySelection &selection);
 
-/// Books every selected row for one booker; a refused row shows its message and the others go on. Throws DbError.
+/// Books every selected row for one booker; a refused row shows its message and the others go on. Adds each row that
+/// was booked or refused to `handled`. Throws DbError.
 void bookSelection(Station &station, BookingClipboard &clipboard, const QString &staff, const DaySelection &selection,
-                   const Booker &booker, bool fromWaitingList);
+                   const Booker &booker, bool fromWaitingList, std::vector<int> *handled = nullptr);

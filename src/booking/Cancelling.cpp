@@ -145,22 +145,21 @@ CancelOutcome doCancel(Station &station, const QString &staff, const CancelReque
     return SlotCancelling(station, staff, request, freed).cancel();
 }
 
-std::vector<SlotKey> clearSelection(Station &station, const DaySelection &selection)
+void clearSelection(Station &station, const DaySelection &selection, std::vector<SlotKey> &freed)
 {
     for (const int index : selection.selected) {
         if (const QString reason = reasonNotToClear(selection.row(index)); !reason.isEmpty()) {
             station.prompts.refuse(reason);
-            return {};
+            return;
         }
     }
     const auto verification = station.prompts.verifyStaff();
     if (!verification)
-        return {};
+        return;
     const QString reason =
         station.prompts.askText(u"Enter reason why the entry need to be cleared"_s, FieldLengths::reason);
     if (reason.isEmpty())
-        return {};
-    std::vector<SlotKey> freed;
+        return;
     for (const int index : selection.selected) {
         const DayRow &row = selection.row(index);
         const CancelOutcome outcome =
@@ -171,5 +170,4 @@ std::vector<SlotKey> clearSelection(Station &station, const DaySelection &select
             freed.push_back(selection.slotOf(selection.rows[next]));
         tell(station.prompts, outcome);
     }
-    return freed;
 }

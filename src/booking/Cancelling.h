@@ -33,6 +33,6 @@ CancelOutcome doCancel(Station &station, const QString &staff, const CancelReque
                        std::vector<SlotKey> *freed = nullptr);
 
 /// btn_Clear: the first selected row that may not be cleared refuses everything; then the staff member is verified and
-/// asked for a reason, and every row is cleared, a refused one with its message. Gives the slots that became free, also
-/// on fields that share the ground and where extra time ran to. Throws DbError.
-std::vector<SlotKey> clearSelection(Station &station, const DaySelection &selection);
+/// asked for a reason, and every row is cleared, a refused one with its message. Adds the slots that became free to
+/// `freed`, also on fields that share the ground and where extra time ran to. Throws DbError.
+void clearSelection(Station &station, const DaySelection &selection, std::vector<SlotKey> &freed);

@@ -31,9 +31,15 @@ void frm_Booker::book()
         m_station.prompts.refuse(u"Please enter booker's name!"_s);
         return;
     }
-    const bool booked = guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
-        bookSelection(m_station, m_clipboard, m_staff.staffName, m_selection, m_form->booker(), false);
+    std::vector<int> handled;
+    const bool booked = guarded(m_station.prompts, ErrorCode::LoadingForm, [&] {
+        bookSelection(m_station, m_clipboard, m_staff.staffName, m_selection, m_form->booker(), false, &handled);
     });
-    if (booked)
+    if (booked) {
         accept();
+        return;
+    }
+    for (const int index : handled)
+        std::erase(m_selection.selected, index);
+    Q_EMIT failed();
 }

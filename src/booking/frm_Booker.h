@@ -16,8 +16,13 @@ public:
     frm_Booker(Station &station, BookingClipboard &clipboard, Verification staff, DaySelection selection,
                const QString &fieldName, QWidget *parent = nullptr);
 
+signals:
+    /// The booking ended in an error that staff have seen; some hours may be booked.
+    void failed();
+
 private:
-    /// cmd_OK. After a database error the window stays, so that what was typed is not lost.
+    /// cmd_OK. After a database error the window stays, so that what was typed is not lost; the hours that were booked
+    /// before it are not tried again.
     void book();
 
     Station &m_station;

@@ -8,6 +8,7 @@ void DayModel::build(WorkingHours hours)
     m_rows = emptyDay(hours);
     m_past.assign(m_rows.size(), false);
     m_presentRow = -1;
+    m_read = false;
     endResetModel();
 }
 
@@ -16,7 +17,16 @@ void DayModel::show(std::vector<DayRow> rows, const std::vector<bool> &past, int
     Q_ASSERT(rows.size() == m_rows.size() && past.size() == rows.size());
     m_rows = std::move(rows);
     m_past = past;
+    m_read = true;
     m_presentRow = presentRow;
+    Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+}
+
+void DayModel::showUnread()
+{
+    for (DayRow &row : m_rows)
+        row = {row.hour, row.hourRange, row.twelveHour};
+    m_read = false;
     Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
 }
 
@@ -63,7 +73,7 @@ QVariant DayModel::data(const QModelIndex &index, int role) const
     case Qt::AccessibleTextRole:
         return text(m_rows[row], index.column());
     case StateRole:
-        return int(stateOf(m_rows[row], m_past[row]));
+        return int(m_read ? stateOf(m_rows[row], m_past[row]) : RowState::NotRead);
     case PastRole:
         return bool(m_past[row]);
     case MarkRole:

@@ -22,6 +22,8 @@ public:
 
     /// Empties the model and builds the rows of a day without bookings.
     void build(WorkingHours hours);
+    /// Says that the day could not be read: its rows are empty, and not known to be free.
+    void showUnread();
     /// Shows another state of the day; the number of rows stays, and with it what is selected.
     void show(std::vector<DayRow> rows, const std::vector<bool> &past, int presentRow);
 
@@ -38,5 +40,6 @@ private:
 
     std::vector<DayRow> m_rows;
     std::vector<bool> m_past;
+    bool m_read = false;
     int m_presentRow = -1;
 };

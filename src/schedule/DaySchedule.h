@@ -26,7 +26,7 @@ DaySchedule readDay(Database &database, const QString &day, int field, WorkingHo
 QString RefreshList(Database &database, const QString &day, int hour);
 
 /// What a row looks like, in words and colour.
-enum class RowState { Free, Booked, Paid, Shared, ExtraTime, Past };
+enum class RowState { Free, Booked, Paid, Shared, ExtraTime, Past, NotRead };
 
 /// The state of a row; Past is a free row whose hour is over.
 RowState stateOf(const DayRow &row, bool isPast);

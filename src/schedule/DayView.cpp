@@ -33,6 +33,7 @@ Look::Tone toneOf(RowState state)
     case RowState::ExtraTime:
         return Look::extraTime;
     case RowState::Past:
+    case RowState::NotRead:
         return Look::past;
     case RowState::Free:
         break;
@@ -55,6 +56,14 @@ QString historyTip(const QString &history)
     for (QString &line : lines)
         line = line.toHtmlEscaped();
     return wrapping + lines.join(u"<br>"_s) + u"</td></tr></table>"_s;
+}
+
+/// What a row without a booker says.
+QString wordFor(RowState state)
+{
+    if (state == RowState::NotRead)
+        return u"not read"_s;
+    return state == RowState::Past ? u"past"_s : u"free"_s;
 }
 
 /// Paints a cell in its row's state; a selected row has a frame and bold text, so that its state can still be seen.
@@ -90,7 +99,7 @@ private:
             painter.fillRect(option.rect.adjusted(2, 2, -2, -2), Qt::white);
             colour = mark == DayModel::PresentHour ? presentHourColour : hourBeforeColour;
         } else if (text.isEmpty() && index.column() == DayModel::BookerName) {
-            text = state == RowState::Past ? u"past"_s : u"free"_s;
+            text = wordFor(state);
             font.setItalic(true);
             colour.setAlpha(170);
         }

@@ -120,10 +120,13 @@ void SlotActions::book()
 {
     run(
         [this](const DaySelection &selection) {
-            if (const auto verification = startBooking(m_station, selection))
-                frm_Booker(m_station, m_clipboard, *verification, selection, fieldName(m_station, selection.field),
-                           m_window)
-                    .exec();
+            const auto verification = startBooking(m_station, selection);
+            if (!verification)
+                return;
+            frm_Booker window(m_station, m_clipboard, *verification, selection, fieldName(m_station, selection.field),
+                              m_window);
+            connect(&window, &frm_Booker::failed, this, [this] { Q_EMIT dayTouched(false); });
+            window.exec();
         },
         loadingForm);
 }
@@ -131,7 +134,7 @@ void SlotActions::book()
 void SlotActions::clear()
 {
     std::vector<SlotKey> freed;
-    run([&](const DaySelection &selection) { freed = clearSelection(m_station, selection); }, loadingForm);
+    run([&](const DaySelection &selection) { clearSelection(m_station, selection, freed); }, loadingForm);
     if (!freed.empty())
         Q_EMIT slotsFreed(freed);
 }

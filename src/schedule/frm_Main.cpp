@@ -146,8 +146,9 @@ void frm_Main::load()
     m_waiting->setDay(m_station.now().date());
     m_booking->RefreshViewInit();
     m_booking->playLists().setCurrentIndex(1);
+    // A picture that cannot be placed does not keep staff from the day.
+    guarded(m_station.prompts, ErrorCode::LoadingForm, [this] { loadPictures(); });
     const bool loaded = guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
-        loadPictures();
         loadSpecialGroups();
         SetCounterStaffShiftStatus(m_station.database, m_station.settings.ThisCounter, 0);
         m_booking->plan().setSelectedField(0);
@@ -292,7 +293,7 @@ bool frm_Main::handleKey(const QKeyEvent &key)
 {
     const int page = m_pages->currentIndex();
     const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
-    if (key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F16) {
+    if (key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F16 && modifiers != Qt::AltModifier) {
         m_pages->setCurrentIndex(CounterPage);
         return true;
     }

@@ -118,7 +118,8 @@ QWidget *page_Booking::makeGrid()
     m_grid->setObjectName(u"ListView_Book"_s);
     m_grid->setModel(&m_model);
     m_grid->setHistory([this](int row) { return historyOf(row); });
-    connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &page_Booking::showSelectedHour);
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &page_Booking::showSelectedHour,
+            Qt::QueuedConnection); // an error window must not open inside the mouse press
 
     m_unread = namedLabel(u"lbl_Unread"_s);
     m_unread->setText(u"This day could not be read: the rows below are not known to be free."_s);
@@ -265,7 +266,10 @@ bool page_Booking::read(bool quietly)
     m_playLists->showDay(schedule);
     if (hourRow >= 0)
         m_playLists->showHour(schedule.rows.at(std::size_t(hourRow)).hourText(), hourPlayers);
-    showRows(std::move(schedule.rows));
+    if (ok)
+        showRows(std::move(schedule.rows));
+    else
+        m_model.showUnread();
     showHeading();
     Q_EMIT dayRead();
     return ok;
@@ -297,8 +301,11 @@ void page_Booking::showSelectedHour()
     if (!current.isValid() || m_day.isEmpty())
         return;
     const DayRow row = m_model.rows().at(std::size_t(current.row()));
-    guarded(m_station.prompts, ErrorCode::Database,
-            [&] { m_playLists->showHour(row.hourText(), RefreshList(m_station.database, m_day, row.hour)); });
+    QString players;
+    if (m_unread->isHidden()) // otherwise staff know, and another window at every row would not help them
+        guarded(m_station.prompts, ErrorCode::Database,
+                [&] { players = RefreshList(m_station.database, m_day, row.hour); });
+    m_playLists->showHour(row.hourText(), players);
 }
 
 QString page_Booking::historyOf(int row)
@@ -344,7 +351,7 @@ void page_Booking::selectFieldUnderMouse()
 void page_Booking::tick(const QString &timeText)
 {
     m_time->setText(timeText);
-    if (m_station.now().time().hour() != m_hourShown && m_hourShown >= 0)
+    if (m_unread->isHidden() && m_station.now().time().hour() != m_hourShown && m_hourShown >= 0)
         showRows(m_model.rows());
 }
 

@@ -48,6 +48,8 @@ page_Lights::page_Lights(Station &station, QWidget *parent)
     large.setPointSizeF(large.pointSizeF() * 1.5);
     large.setBold(true);
     m_ui->lbl_LightField->setFont(large);
+    m_ui->lbl_LightField->setTextFormat(Qt::PlainText);
+    m_ui->lbl_LightField->setWordWrap(true);
     showField();
     connect(m_ui->LayoutPlan2, &LayoutPlan::hovered, this, [this](const QString &text) { m_pointerText = text; });
     connect(m_ui->LayoutPlan2, &LayoutPlan::clicked, this, &page_Lights::planClicked);

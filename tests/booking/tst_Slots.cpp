@@ -44,6 +44,7 @@ private Q_SLOTS:
     void clearingIsRefused_data();
     void clearingIsRefused();
     void clearingGoesOnAfterARefusal();
+    void clearingFreesSharedGround();
     void cancelOutcomes_data();
     void cancelOutcomes();
     void cancelStatements_data();
@@ -96,7 +97,9 @@ void tst_Slots::clearingIsRefused()
     const QStringList before = tables();
     ScriptedPrompts prompts(listOf(script));
     TestStation station(*m_server, prompts);
-    QVERIFY(clearSelection(station, drawnDay(saturday, 3, listOf(day))).empty());
+    std::vector<SlotKey> freed;
+    clearSelection(station, drawnDay(saturday, 3, listOf(day)), freed);
+    QVERIFY(freed.empty());
     QCOMPARE(tables(), before);
 }
 
@@ -109,13 +112,34 @@ void tst_Slots::clearingGoesOnAfterARefusal()
     ScriptedPrompts prompts({u"verify -> boss admin"_s, reasonQuestion + u" -> it's raining"_s,
                              u"refuse: The field is empty"_s, u"inform: You cannot delete paid item"_s});
     TestStation station(*m_server, prompts);
-    const auto cleared =
-        clearSelection(station, drawnDay(saturday, 8, {u">14:00 A"_s, u">16:00 A"_s, u">17:00 A"_s, u">24:00 A"_s}));
+    std::vector<SlotKey> cleared;
+    clearSelection(station, drawnDay(saturday, 8, {u">14:00 A"_s, u">16:00 A"_s, u">17:00 A"_s, u">24:00 A"_s}),
+                   cleared);
     QCOMPARE(cleared.size(), 2U);
     QCOMPARE(cleared[1].dateTimeText(), u"2026-11-14 24:00:00"_s);
     QCOMPARE(tables(),
              QStringList({u"2026-11-14 17:00:00|8|A|0|0|"_s, u"2026-11-14 14:00:00|8|it's raining|cancel|boss|"_s,
                           u"2026-11-14 24:00:00|8|it's raining|cancel|boss|"_s}));
+}
+
+void tst_Slots::clearingFreesSharedGround()
+{
+    // Extra time runs into 17:00, and the error at 18:00 keeps what was freed before it.
+    m_server->exec(insertBooking(u"16:00"_s, 0, u"b_bookername='A', b_extratime=15"_s) +
+                   insertBooking(u"18:00"_s, 0, u"b_bookername='A', b_specialrate='poison'"_s) +
+                   u"CREATE TRIGGER poison BEFORE DELETE ON tbl_booking FOR EACH ROW BEGIN "
+                   "IF OLD.b_specialrate='poison' THEN SIGNAL SQLSTATE '45000'; END IF; END"_s);
+    ScriptedPrompts prompts({u"verify -> boss admin"_s, reasonQuestion + u" -> rain"_s});
+    TestStation station(*m_server, prompts);
+    std::vector<SlotKey> freed;
+    const QString extraTime = BookerMark::extraTime + u" + hour"_s;
+    QVERIFY_EXCEPTION_THROWN(
+        clearSelection(station, drawnDay(saturday, 0, {u">16:00 A"_s, u"17:00 "_s + extraTime, u">18:00 A"_s}), freed),
+        DbError);
+    QStringList slotTexts;
+    for (const SlotKey &slot : freed)
+        slotTexts << slot.hourText + u' ' + QString::number(slot.field);
+    QCOMPARE(slotTexts.join(u','), u"16:00 0,16:00 1,16:00 2,17:00 0"_s);
 }
 
 void tst_Slots::cancelOutcomes_data()

@@ -246,6 +246,7 @@ void tst_WaitingAndPaste::nothingToPaste_data()
         nothing was copied    |      | DO 0
         copy has vanished     | copy | TRUNCATE TABLE tbl_booking_clipboard1
         cut has vanished      | cut  | DELETE FROM tbl_waitlist_clipboard
+        entry left the list   | cut  | UPDATE tbl_waitlist SET w_id=99 WHERE w_id=11
         another counter cut   | cut  | UPDATE tbl_waitlist_clipboard SET w_bookername='Late'
         the same booker twice | cut  | UPDATE tbl_waitlist_clipboard SET w_datetime='2026-11-14 20:00:00'
     )"_s);
