@@ -54,246 +54,216 @@ private:
 
 private Q_SLOTS:
     void init() { QFile::remove(m_path); }
-    void reads_data();
-    void reads();
-    void cutsLongValues_data();
-    void cutsLongValues();
-    void writes_data();
-    void writes();
-    void leavesAnEqualValueUntouched();
-    void createsForItsOwnerOnly();
-    void refusesWhatItCannotChange();
-    void survivesGarbage();
-    void translatesEveryByte();
-};
-
-void tst_ProfileFile::reads_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QByteArray>("value");
-    const auto row = [](const char *name, const QByteArray &file, const QByteArray &value,
-                        const QString &key = u"key"_s) { QTest::newRow(name) << lines(file) << key << value; };
-    row("case of names", "[SYSTEM]|KEY=v", "v");
-    row("blanks, tabs, VT round key and value", "[System]| \v key\t=\v  v w \t", "v w");
-    row("blanks round the header, text behind it", " \t[ System\t] ; c|key=v", "v");
-    row("header without its end", "[System|key=v", "v");
-    row("first bracket ends the header", "[System]b]|key=v", "v");
-    row("asked name with blanks", "[System]|key=v", "v", u"  key "_s);
-    row("asked name with a tab", "[System]|key=v", "", u"\tkey"_s);
-    row("double quotes", "[System]|key=\"v\"", "v");
-    row("single quotes", "[System]|key='v'", "v");
-    row("quotes protect blanks", "[System]|key=  \"  v  \"  ", "  v  ");
-    row("outer pair only", "[System]|key=\"\"v\"\"", "\"v\"");
-    row("mixed pairs", "[System]|key=\"'v'\"", "'v'");
-    row("two quoted words", "[System]|key=\"a\" \"b\"", "a\" \"b");
-    row("unmatched in front", "[System]|key=\"v", "\"v");
-    row("unmatched behind", "[System]|key=v\"", "v\"");
-    row("different quotes", "[System]|key=\"v'", "\"v'");
-    row("quotes inside", "[System]|key=a\"b\"c", "a\"b\"c");
-    row("lone quote", "[System]|key=\"", "\"");
-    row("empty quotes", "[System]|key=\"\"", "");
-    row("blanks only", "[System]|key=   |next=1", "");
-    row("quoted blanks", "[System]|key=\"   \"", "   ");
-    row("comment", "[System]|;key=v|  ;key=w", "");
-    row("comment asked by its own name", "[System]|;key=v", "", u";key"_s);
-    row("hash is no comment", "[System]|#key=v", "v", u"#key"_s);
-    row("semicolon in a value", "[System]|key=v ; c", "v ; c");
-    row("commented header", ";[System]|key=v", "");
-    row("equals sign in a value", "[System]|key=a=b", "a=b");
-    row("first of two keys", "[System]|key=1|key=2", "1");
-    row("first of two keys, empty", "[System]|key=|key=2", "");
-    row("second section of the name", "[System]|a=1|[X]|[System]|key=v", "");
-    row("no equals sign", "[System]|key", "");
-    row("no equals sign, then one", "[System]|key|key=v", "v");
-    row("key before any section", "key=v|[System]|a=1", "");
-    row("key of another section", "[System]|[X]|key=v", "");
-    row("name that begins another", "[System]|key10=ten|key1=one", "one", u"key1"_s);
-    row("line feeds", "[System]\na=1\nkey=v\n", "v");
-    row("carriage returns", "[System]\ra=1\rkey=v\r", "v");
-    row("mixed line ends", "[System]\n\r\r\na=1\rkey=v\nb=2", "v");
-    row("no escapes", "[System]|key=C:\\a\\n%PATH%", "C:\\a\\n%PATH%");
-    row("Windows-1252 bytes", "[System]|key=caf\xE9", "caf\xE9");
-    row("UTF-8 bytes", "[System]|key=caf\xC3\xA9", "caf\xC3\xA9");
-    row("UTF-8 mark hides a header on line 1", "\xEF\xBB\xBF[System]|key=v", "");
-    row("later sections stand after a UTF-8 mark", "\xEF\xBB\xBF[X]|[System]|key=v", "v");
-    row("UTF-16BE is not understood", QByteArray("\xFE\xFF\0[\0S\0]\0\n\0k\0=\0v", 16), "", u"k"_s);
-    row("UTF-16LE", utf16(u"[System]\r\nkey= \"caf\u00E9 \U0001F3C0\"\r\n"_s), "caf\xC3\xA9 \xF0\x9F\x8F\x80");
-    row("UTF-16LE with half a character at its end", utf16(u"[System]\nkey=v"_s) + 'x', "v");
-    row("empty file", "", "");
-}
-
-void tst_ProfileFile::reads()
-{
-    QFETCH(QByteArray, file);
-    QFETCH(QString, key);
-    store(file);
-    QTEST(ProfileFile(m_path).value(u" System "_s, key, 255), "value");
-    QCOMPARE(stored(), file);
-}
-
-void tst_ProfileFile::cutsLongValues_data()
-{
-    QTest::addColumn<QByteArray>("inFile");
-    QTest::addColumn<QByteArray>("value");
-    const QByteArray a(600, 'a');
-    for (const int length : {253, 254, 255, 256, 600})
-        QTest::addRow("%d bytes", length) << a.left(length) << a.left(qMin(length, 254));
-    QTest::newRow("quotes go first") << '"' + a.left(254) + '"' << a.left(254);
-    QTest::newRow("2-byte character across the cut") << a.left(253) + "\xC3\xA9z" << a.left(253);
-    QTest::newRow("4-byte character across the cut") << a.left(251) + "\xF0\x9F\x8F\x80z" << a.left(251);
-    QTest::newRow("character that just fits") << a.left(252) + "\xC3\xA9z" << a.left(252) + "\xC3\xA9";
-    QTest::newRow("Windows-1252 is cut anywhere") << a.left(253) + "\xE9\xE9" << a.left(253) + "\xE9";
-}
-
-void tst_ProfileFile::cutsLongValues()
-{
-    QFETCH(QByteArray, inFile);
-    const QByteArray file = "[System]\r\nkey=" + inFile + "\r\n";
-    store(file);
-    const ProfileFile profile(m_path);
-    QTEST(profile.value(u"System"_s, u"key"_s, 255), "value");
-    QVERIFY(profile.write(u"System"_s, u"b"_s, u"2"_s));
-    QCOMPARE(stored(), file + "b=2\r\n");
-}
-
-void tst_ProfileFile::writes_data()
-{
-    QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QByteArray>("after");
-    const auto row = [](const char *name, const QByteArray &before, const QString &key, const QString &value,
-                        const QByteArray &after) {
-        QTest::newRow(name) << lines(before) << key << value << lines(after);
-    };
-    row("empty file", "", u"CourtType"_s, u"1"_s, "[System]|CourtType=1|");
-    row("next key", "[System]|a=1|", u"b"_s, u"2"_s, "[System]|a=1|b=2|");
-    row("no final line end", "[System]|a=1", u"b"_s, u"2"_s, "[System]|a=1|b=2|");
-    row("new section", "[X]|c=3|", u"b"_s, u"2"_s, "[X]|c=3|[System]|b=2|");
-    row("new section, no final line end", "[X]|c=3", u"b"_s, u"2"_s, "[X]|c=3|[System]|b=2|");
-    row("between sections", "[System]|a=1|[X]|c=3|", u"b"_s, u"2"_s, "[System]|a=1|b=2|[X]|c=3|");
-    row("before a final comment", "[System]|a=1|; tail|[X]|", u"b"_s, u"2"_s, "[System]|a=1|b=2|; tail|[X]|");
-    row("before blank lines", "[System]|a=1|||[X]|", u"b"_s, u"2"_s, "[System]|a=1|b=2|||[X]|");
-    row("section without keys", "[System]|; c|[X]|", u"b"_s, u"2"_s, "[System]|b=2|; c|[X]|");
-    row("header without a line end", "[System]", u"b"_s, u"2"_s, "[System]|b=2|");
-    row("in place, spelling kept", "; c|[System]|A=1|z=2||", u"a"_s, u"9"_s, "; c|[System]|A=9|z=2||");
-    row("empty value", "[System]|b=|", u"b"_s, u"x"_s, "[System]|b=x|");
-    row("quoted empty value", "[System]|b=\"\"|", u"b"_s, u"x"_s, "[System]|b=x|");
-    row("odd spacing elsewhere", " [ System ]|  a  =  1  | z = 2 \n\n", u"a"_s, u"9"_s,
-        " [ System ]|  a  =9| z = 2 \n\n");
-    row("first of two keys", "[System]|a=1|a=2|", u"a"_s, u"9"_s, "[System]|a=9|a=2|");
-    row("first of two sections", "[System]|[System]|a=1|", u"a"_s, u"9"_s, "[System]|a=9|[System]|a=1|");
-    row("raw blanks and quotes", "[System]|", u"a"_s, u" \"v\" ; "_s, "[System]|a= \"v\" ; |");
-    row("blanks round the key", "[System]|", u" a "_s, u"1"_s, "[System]|a=1|");
-    row("line feeds stay", "[System]\na=1\n", u"b"_s, u"2"_s, "[System]\na=1\nb=2|");
-    row("no value yet on the last line", "[System]|a=", u"a"_s, u"2"_s, "[System]|a=2");
-    row("UTF-8", "[System]|", u"a"_s, u"caf\u00E9 \u20AC"_s, "[System]|a=caf\xC3\xA9 \xE2\x82\xAC|");
-    row("Windows-1252", "[X]|c=\xE9|", u"a"_s, u"\u00E9 \u20AC \u0416"_s, "[X]|c=\xE9|[System]|a=\xE9 \x80 ?|");
-    row("UTF-8 mark", "\xEF\xBB\xBF[System]|a=1|", u"a"_s, u"2"_s, "\xEF\xBB\xBF[System]|a=1|[System]|a=2|");
-    row("UTF-16LE", utf16(u"[System]\r\nb=\u0416\r\n"_s), u"a"_s, u"\u20AC"_s,
-        utf16(u"[System]\r\nb=\u0416\r\na=\u20AC\r\n"_s));
-    row("UTF-16LE with half a character at its end", utf16(u"[System]\na=1"_s) + 'x', u"a"_s, u"22"_s,
-        utf16(u"[System]\na=22"_s) + 'x');
-}
-
-void tst_ProfileFile::writes()
-{
-    QFETCH(QByteArray, before);
-    QFETCH(QString, key);
-    QFETCH(QString, value);
-    store(before);
-    QVERIFY(ProfileFile(m_path).write(u"System "_s, key, value));
-    QTEST(stored(), "after");
-}
-
-void tst_ProfileFile::leavesAnEqualValueUntouched()
-{
-    const auto inode = [this] {
-        struct stat status = {};
-        return stat(QFile::encodeName(m_path).constData(), &status) == 0 ? status.st_ino : 0;
-    };
-    store("[System]\na = 1 \n");
-    const auto before = inode();
-    QVERIFY(ProfileFile(m_path).write(u"System"_s, u"a"_s, u"1"_s));
-    QCOMPARE(stored(), "[System]\na = 1 \n");
-    QCOMPARE(inode(), before);
-}
-
-void tst_ProfileFile::createsForItsOwnerOnly()
-{
-    const auto mode = [this] { return QFile::permissions(m_path) & QFileDevice::Permissions(0x0077 | 0x0700); };
-    const auto owner = QFileDevice::ReadUser | QFileDevice::WriteUser;
-    const mode_t mask = umask(0);
-    QVERIFY(ProfileFile(m_path).write(u"System"_s, u"a"_s, u"1"_s));
-    QCOMPARE(mode(), owner);
-    QVERIFY(ProfileFile(m_path).write(u"System"_s, u"a"_s, u"2"_s));
-    QCOMPARE(mode(), owner);
-    QVERIFY(QFile::setPermissions(m_path, QFile::permissions(m_path) | QFileDevice::ReadGroup));
-    QVERIFY(ProfileFile(m_path).write(u"System"_s, u"a"_s, u"3"_s));
-    QCOMPARE(mode(), owner | QFileDevice::ReadGroup);
-    umask(mask);
-}
-
-void tst_ProfileFile::refusesWhatItCannotChange()
-{
-    const ProfileFile inMissingFolder(m_folder.filePath(u"missing/tamsora.ini"_s));
-    QVERIFY(!inMissingFolder.write(u"System"_s, u"a"_s, u"1"_s));
-    QVERIFY(!QFile::exists(m_folder.filePath(u"missing"_s)));
-
-    QVERIFY(QDir(m_folder.path()).mkdir(u"folder.ini"_s));
-    QVERIFY(QFile::link(m_folder.filePath(u"folder.ini"_s), m_folder.filePath(u"link.ini"_s)));
-    QCOMPARE(mkfifo(QFile::encodeName(m_folder.filePath(u"pipe.ini"_s)).constData(), 0600), 0);
-    for (const QString &name : {u"folder.ini"_s, u"link.ini"_s, u"pipe.ini"_s}) {
-        QCOMPARE(ProfileFile(m_folder.filePath(name)).value(u"System"_s, u"a"_s, 255), "");
-        QVERIFY(!ProfileFile(m_folder.filePath(name)).write(u"System"_s, u"a"_s, u"1"_s));
+    void reads_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QByteArray>("value");
+        const auto row = [](const char *name, const QByteArray &file, const QByteArray &value,
+                            const QString &key = u"key"_s) { QTest::newRow(name) << lines(file) << key << value; };
+        row("case of names", "[SYSTEM]|KEY=v", "v");
+        row("blanks, tabs, VT round key and value", "[System]| \v key\t=\v  v w \t", "v w");
+        row("blanks round the header, text behind it", " \t[ System\t] ; c|key=v", "v");
+        row("header without its end", "[System|key=v", "v");
+        row("first bracket ends the header", "[System]b]|key=v", "v");
+        row("asked name with blanks", "[System]|key=v", "v", u"  key "_s);
+        row("asked name with a tab", "[System]|key=v", "", u"\tkey"_s);
+        row("double quotes", "[System]|key=\"v\"", "v");
+        row("single quotes", "[System]|key='v'", "v");
+        row("quotes protect blanks", "[System]|key=  \"  v  \"  ", "  v  ");
+        row("outer pair only", "[System]|key=\"\"v\"\"", "\"v\"");
+        row("unmatched in front", "[System]|key=\"v", "\"v");
+        row("lone quote", "[System]|key=\"", "\"");
+        row("empty quotes", "[System]|key=\"\"", "");
+        row("blanks only", "[System]|key=   |next=1", "");
+        row("comment", "[System]|;key=v|  ;key=w", "");
+        row("hash is no comment", "[System]|#key=v", "v", u"#key"_s);
+        row("semicolon in a value", "[System]|key=v ; c", "v ; c");
+        row("commented header", ";[System]|key=v", "");
+        row("equals sign in a value", "[System]|key=a=b", "a=b");
+        row("first of two keys", "[System]|key=1|key=2", "1");
+        row("first of two keys, empty", "[System]|key=|key=2", "");
+        row("second section of the name", "[System]|a=1|[X]|[System]|key=v", "");
+        row("no equals sign, then one", "[System]|key|key=v", "v");
+        row("key before any section", "key=v|[System]|a=1", "");
+        row("key of another section", "[System]|[X]|key=v", "");
+        row("name that begins another", "[System]|key10=ten|key1=one", "one", u"key1"_s);
+        row("mixed line ends", "[System]\n\r\r\na=1\rkey=v\nb=2", "v");
+        row("no escapes", "[System]|key=C:\\a\\n%PATH%", "C:\\a\\n%PATH%");
+        row("Windows-1252 bytes", "[System]|key=caf\xE9", "caf\xE9");
+        row("UTF-8 mark hides a header on line 1", "\xEF\xBB\xBF[System]|key=v", "");
+        row("later sections stand after a UTF-8 mark", "\xEF\xBB\xBF[X]|[System]|key=v", "v");
+        row("UTF-16BE is not understood", QByteArray("\xFE\xFF\0[\0S\0]\0\n\0k\0=\0v", 16), "", u"k"_s);
+        row("UTF-16LE", utf16(u"[System]\r\nkey= \"caf\u00E9 \U0001F3C0\"\r\n"_s), "caf\xC3\xA9 \xF0\x9F\x8F\x80");
+        row("UTF-16LE with half a character at its end", utf16(u"[System]\nkey=v"_s) + 'x', "v");
+        row("empty file", "", "");
     }
-    store("[System]\r\na=1\r\n");
-    QVERIFY(!ProfileFile(m_path).write(u"System"_s, u"a"_s, u"1\r\nb=2"_s));
-    QCOMPARE(stored(), "[System]\r\na=1\r\n");
 
-    // A link to the file is followed, not replaced.
-    const QString link = m_folder.filePath(u"other.ini"_s);
-    QVERIFY(QFile::link(m_path, link) && ProfileFile(link).write(u"System"_s, u"a"_s, u"2"_s));
-    QCOMPARE(stored(), "[System]\r\na=2\r\n");
-    QVERIFY(QFileInfo(link).isSymLink());
-}
+    void reads()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, key);
+        store(file);
+        QTEST(ProfileFile(m_path).value(u" System "_s, key, 255), "value");
+        QCOMPARE(stored(), file);
+    }
 
-// Whatever the file holds: what was written is read back, and everything else of the file is still there.
-void tst_ProfileFile::survivesGarbage()
-{
-    QRandomGenerator random(20261114);
-    const QByteArray letters("[]=;\"' \t\r\nSystemab\0\xE9\xC3\xFF\xFE", 24);
-    for (int round = 0; round < 400; ++round) {
-        QByteArray bytes = round % 4 == 0 ? "\xFF\xFE" : "";
-        for (quint32 left = random.bounded(200U); left > 0; --left)
-            bytes += round % 2 == 0 ? static_cast<char>(random.bounded(256)) : letters[random.bounded(24)];
-        store(bytes);
+    void cutsLongValues_data()
+    {
+        QTest::addColumn<QByteArray>("inFile");
+        QTest::addColumn<QByteArray>("value");
+        const QByteArray a(600, 'a');
+        for (const int length : {253, 254, 255, 256, 600})
+            QTest::addRow("%d bytes", length) << a.left(length) << a.left(qMin(length, 254));
+        QTest::newRow("quotes go first") << '"' + a.left(254) + '"' << a.left(254);
+        QTest::newRow("4-byte character across the cut") << a.left(251) + "\xF0\x9F\x8F\x80z" << a.left(251);
+        QTest::newRow("character that just fits") << a.left(252) + "\xC3\xA9z" << a.left(252) + "\xC3\xA9";
+        QTest::newRow("Windows-1252 is cut anywhere") << a.left(253) + "\xE9\xE9" << a.left(253) + "\xE9";
+    }
+
+    void cutsLongValues()
+    {
+        QFETCH(QByteArray, inFile);
+        const QByteArray file = "[System]\r\nkey=" + inFile + "\r\n";
+        store(file);
         const ProfileFile profile(m_path);
-        (void)profile.value(u"System"_s, u"a"_s, 255);
-        QVERIFY(profile.write(u"System"_s, u"key"_s, u"v"_s));
-        QCOMPARE(profile.value(u"System"_s, u"key"_s, 255), "v");
-        const QByteArray after = stored();
-        const auto same = std::ranges::mismatch(bytes, after).in1 - bytes.cbegin();
-        QVERIFY(after.size() > bytes.size() && after.endsWith(bytes.mid(same)));
+        QTEST(profile.value(u"System"_s, u"key"_s, 255), "value");
+        QVERIFY(profile.write(u"System"_s, u"b"_s, u"2"_s));
+        QCOMPARE(stored(), file + "b=2\r\n");
     }
-    // Large ones, and one that is too large to be a settings file.
-    store(QByteArray(10LL * 1024 * 1024, '[') + "\r\n[System]\r\na=1\r\n");
-    QVERIFY(ProfileFile(m_path).write(u"System"_s, u"a"_s, u"2"_s));
-    QCOMPARE(ProfileFile(m_path).value(u"System"_s, u"a"_s, 255), "2");
-    store(QByteArray(17LL * 1024 * 1024, '\0'));
-    QVERIFY(!ProfileFile(m_path).write(u"System"_s, u"a"_s, u"2"_s));
-}
 
-void tst_ProfileFile::translatesEveryByte()
-{
-    for (int byte = 1; byte < 256; ++byte) {
-        const QByteArray one(1, static_cast<char>(byte));
-        QCOMPARE(toWindows1252(profileText(one)), one);
+    void writes_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QByteArray>("after");
+        const auto row = [](const char *name, const QByteArray &before, const QString &key, const QString &value,
+                            const QByteArray &after) {
+            QTest::newRow(name) << lines(before) << key << value << lines(after);
+        };
+        row("empty file", "", u"CourtType"_s, u"1"_s, "[System]|CourtType=1|");
+        row("no final line end", "[System]|a=1", u"b"_s, u"2"_s, "[System]|a=1|b=2|");
+        row("new section, no final line end", "[X]|c=3", u"b"_s, u"2"_s, "[X]|c=3|[System]|b=2|");
+        row("before a final comment", "[System]|a=1|; tail|[X]|", u"b"_s, u"2"_s, "[System]|a=1|b=2|; tail|[X]|");
+        row("before blank lines", "[System]|a=1|||[X]|", u"b"_s, u"2"_s, "[System]|a=1|b=2|||[X]|");
+        row("section without keys", "[System]|; c|[X]|", u"b"_s, u"2"_s, "[System]|b=2|; c|[X]|");
+        row("header without a line end", "[System]", u"b"_s, u"2"_s, "[System]|b=2|");
+        row("in place, spelling kept", "; c|[System]|A=1|z=2||", u"a"_s, u"9"_s, "; c|[System]|A=9|z=2||");
+        row("quoted empty value", "[System]|b=\"\"|", u"b"_s, u"x"_s, "[System]|b=x|");
+        row("odd spacing elsewhere", " [ System ]|  a  =  1  | z = 2 \n\n", u"a"_s, u"9"_s,
+            " [ System ]|  a  =9| z = 2 \n\n");
+        row("first of two keys", "[System]|a=1|a=2|", u"a"_s, u"9"_s, "[System]|a=9|a=2|");
+        row("raw blanks and quotes", "[System]|", u"a"_s, u" \"v\" ; "_s, "[System]|a= \"v\" ; |");
+        row("blanks round the key", "[System]|", u" a "_s, u"1"_s, "[System]|a=1|");
+        row("line feeds stay", "[System]\na=1\n", u"b"_s, u"2"_s, "[System]\na=1\nb=2|");
+        row("no value yet on the last line", "[System]|a=", u"a"_s, u"2"_s, "[System]|a=2");
+        row("Windows-1252", "[X]|c=\xE9|", u"a"_s, u"\u00E9 \u20AC \u0416"_s, "[X]|c=\xE9|[System]|a=\xE9 \x80 ?|");
+        row("UTF-8 mark", "\xEF\xBB\xBF[System]|a=1|", u"a"_s, u"2"_s, "\xEF\xBB\xBF[System]|a=1|[System]|a=2|");
+        row("UTF-16LE", utf16(u"[System]\r\nb=\u0416\r\n"_s), u"a"_s, u"\u20AC"_s,
+            utf16(u"[System]\r\nb=\u0416\r\na=\u20AC\r\n"_s));
+        row("UTF-16LE with half a character at its end", utf16(u"[System]\na=1"_s) + 'x', u"a"_s, u"22"_s,
+            utf16(u"[System]\na=22"_s) + 'x');
     }
-    QCOMPARE(profileText("\x88\xBC\xBD\xBE\x80\x81"), u"\u02C6\u00BC\u00BD\u00BE\u20AC\u0081"_s);
-    QCOMPARE(profileText("\xC3\xA9 \xE2\x82\xAC"), u"\u00E9 \u20AC"_s);
-}
+
+    void writes()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QString, key);
+        QFETCH(QString, value);
+        store(before);
+        QVERIFY(ProfileFile(m_path).write(u"System "_s, key, value));
+        QTEST(stored(), "after");
+    }
+
+    void leavesAnEqualValueUntouched()
+    {
+        const auto inode = [this] {
+            struct stat status = {};
+            return stat(QFile::encodeName(m_path).constData(), &status) == 0 ? status.st_ino : 0;
+        };
+        store("[System]\na = 1 \n");
+        const auto before = inode();
+        QVERIFY(ProfileFile(m_path).write(u"System"_s, u"a"_s, u"1"_s));
+        QCOMPARE(stored(), "[System]\na = 1 \n");
+        QCOMPARE(inode(), before);
+    }
+
+    void createsForItsOwnerOnly()
+    {
+        const auto mode = [this] { return QFile::permissions(m_path) & QFileDevice::Permissions(0x0077 | 0x0700); };
+        const auto owner = QFileDevice::ReadUser | QFileDevice::WriteUser;
+        const mode_t mask = umask(0);
+        QVERIFY(ProfileFile(m_path).write(u"System"_s, u"a"_s, u"1"_s));
+        QCOMPARE(mode(), owner);
+        QVERIFY(ProfileFile(m_path).write(u"System"_s, u"a"_s, u"2"_s));
+        QCOMPARE(mode(), owner);
+        QVERIFY(QFile::setPermissions(m_path, QFile::permissions(m_path) | QFileDevice::ReadGroup));
+        QVERIFY(ProfileFile(m_path).write(u"System"_s, u"a"_s, u"3"_s));
+        QCOMPARE(mode(), owner | QFileDevice::ReadGroup);
+        umask(mask);
+    }
+
+    void refusesWhatItCannotChange()
+    {
+        const ProfileFile inMissingFolder(m_folder.filePath(u"missing/tamsora.ini"_s));
+        QVERIFY(!inMissingFolder.write(u"System"_s, u"a"_s, u"1"_s));
+        QVERIFY(!QFile::exists(m_folder.filePath(u"missing"_s)));
+
+        QVERIFY(QDir(m_folder.path()).mkdir(u"folder.ini"_s));
+        QVERIFY(QFile::link(m_folder.filePath(u"folder.ini"_s), m_folder.filePath(u"link.ini"_s)));
+        QCOMPARE(mkfifo(QFile::encodeName(m_folder.filePath(u"pipe.ini"_s)).constData(), 0600), 0);
+        for (const QString &name : {u"folder.ini"_s, u"link.ini"_s, u"pipe.ini"_s}) {
+            QCOMPARE(ProfileFile(m_folder.filePath(name)).value(u"System"_s, u"a"_s, 255), "");
+            QVERIFY(!ProfileFile(m_folder.filePath(name)).write(u"System"_s, u"a"_s, u"1"_s));
+        }
+        store("[System]\r\na=1\r\n");
+        QVERIFY(!ProfileFile(m_path).write(u"System"_s, u"a"_s, u"1\r\nb=2"_s));
+        QCOMPARE(stored(), "[System]\r\na=1\r\n");
+
+        // A link to the file is followed, not replaced.
+        const QString link = m_folder.filePath(u"other.ini"_s);
+        QVERIFY(QFile::link(m_path, link) && ProfileFile(link).write(u"System"_s, u"a"_s, u"2"_s));
+        QCOMPARE(stored(), "[System]\r\na=2\r\n");
+        QVERIFY(QFileInfo(link).isSymLink());
+    }
+
+    // Whatever the file holds: what was written is read back, and everything else of the file is still there.
+    void survivesGarbage()
+    {
+        QRandomGenerator random(20261114);
+        const QByteArray letters("[]=;\"' \t\r\nSystemab\0\xE9\xC3\xFF\xFE", 24);
+        for (int round = 0; round < 400; ++round) {
+            QByteArray bytes = round % 4 == 0 ? "\xFF\xFE" : "";
+            for (quint32 left = random.bounded(200U); left > 0; --left)
+                bytes += round % 2 == 0 ? static_cast<char>(random.bounded(256)) : letters[random.bounded(24)];
+            store(bytes);
+            const ProfileFile profile(m_path);
+            (void)profile.value(u"System"_s, u"a"_s, 255);
+            QVERIFY(profile.write(u"System"_s, u"key"_s, u"v"_s));
+            QCOMPARE(profile.value(u"System"_s, u"key"_s, 255), "v");
+            const QByteArray after = stored();
+            const auto same = std::ranges::mismatch(bytes, after).in1 - bytes.cbegin();
+            QVERIFY(after.size() > bytes.size() && after.endsWith(bytes.mid(same)));
+        }
+        // Large ones, and one that is too large to be a settings file.
+        store(QByteArray(10LL * 1024 * 1024, '[') + "\r\n[System]\r\na=1\r\n");
+        QVERIFY(ProfileFile(m_path).write(u"System"_s, u"a"_s, u"2"_s));
+        QCOMPARE(ProfileFile(m_path).value(u"System"_s, u"a"_s, 255), "2");
+        store(QByteArray(17LL * 1024 * 1024, '\0'));
+        QVERIFY(!ProfileFile(m_path).write(u"System"_s, u"a"_s, u"2"_s));
+    }
+
+    void translatesEveryByte()
+    {
+        for (int byte = 1; byte < 256; ++byte) {
+            const QByteArray one(1, static_cast<char>(byte));
+            QCOMPARE(toWindows1252(profileText(one)), one);
+        }
+        QCOMPARE(profileText("\x88\xBC\xBD\xBE\x80\x81"), u"\u02C6\u00BC\u00BD\u00BE\u20AC\u0081"_s);
+        QCOMPARE(profileText("\xC3\xA9 \xE2\x82\xAC"), u"\u00E9 \u20AC"_s);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_ProfileFile)
 #include "tst_ProfileFile.moc"
