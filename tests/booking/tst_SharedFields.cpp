@@ -1,12 +1,12 @@
 #include "booking/BlockBooking.h"
 #include "booking/Cancelling.h"
-#include "support/ScriptedPrompts.h"
 #include "support/TestStation.h"
 
 #include <QRandomGenerator>
 #include <QTest>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -90,31 +90,27 @@ public:
     /// The row that is met first: marker rows come before a booker's.
     [[nodiscard]] const Row *find(const Slot &slot) const
     {
-        const auto met = [&](bool marker) {
-            return std::find_if(m_rows.begin(), m_rows.end(),
-                                [&](const Row &row) { return row.slot == slot && row.isMarker() == marker; });
-        };
-        auto row = met(true);
-        if (row == m_rows.end())
-            row = met(false);
-        return row == m_rows.end() ? nullptr : &*row;
+        const Row *found = nullptr;
+        for (const Row &row : m_rows)
+            if (row.slot == slot && (!found || (row.isMarker() && !found->isMarker())))
+                found = &row;
+        return found;
     }
 
     /// A booking from before the fields were shared: it has no marker rows.
     bool addOldRecord(const Slot &slot)
     {
-        const bool stands = std::any_of(m_rows.begin(), m_rows.end(),
-                                        [&](const Row &row) { return row.slot == slot && !row.isMarker(); });
-        if (!stands)
-            m_rows.push_back({slot, u"Old"_s});
-        return !stands;
+        const auto standing = bookers();
+        if (std::ranges::count(standing, slot, &Row::slot) != 0)
+            return false;
+        m_rows.push_back({slot, u"Old"_s});
+        return true;
     }
 
     [[nodiscard]] std::vector<Row> bookers() const
     {
-        std::vector<Row> found;
-        std::copy_if(m_rows.begin(), m_rows.end(), std::back_inserter(found),
-                     [](const Row &row) { return !row.isMarker(); });
+        std::vector<Row> found = m_rows;
+        std::erase_if(found, std::mem_fn(&Row::isMarker));
         return found;
     }
 
@@ -170,16 +166,9 @@ private:
 
 struct Counter
 {
-    Counter(const PrivateServer &server, int number, const QString &login)
-        : station(server, prompts, number), staff(login)
-    {
-    }
-
-    ScriptedPrompts prompts;
     TestStation station;
-    BookingClipboard clipboard;
     QString staff;
-    QString copiedName;
+    QString copiedName = {};
 };
 
 } // namespace
@@ -191,162 +180,153 @@ class tst_SharedFields : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { m_server = std::make_unique<PrivateServer>(); }
-    void randomSequence_data();
-    void randomSequence();
+    void randomSequence_data()
+    {
+        QTest::addColumn<QStringList>("pairs");
+        QTest::addColumn<bool>("odd"); // old records, and clearing by a grid that shows an old booker
+        QTest::addColumn<int>("seed");
+        const QStringList halves{u"0&1"_s, u"0&2"_s, u"3&4"_s, u"3&5"_s};
+        const QStringList tangled{u"0&1"_s, u"1&2"_s, u"1&3"_s, u"4&2"_s, u"4&5"_s, u"5&0"_s};
+        for (int seed = 1; seed <= 3; ++seed) {
+            QTest::addRow("two halves %d", seed) << halves << false << seed;
+            QTest::addRow("two halves and odd things %d", seed) << halves << true << seed;
+            QTest::addRow("tangled %d", seed) << tangled << true << seed;
+        }
+    }
+
+    void randomSequence()
+    {
+        QFETCH(QStringList, pairs);
+        QFETCH(bool, odd);
+        QFETCH(int, seed);
+        m_server.freshDatabase();
+        m_server.exec(u"CREATE TABLE tbl_booking_clipboard2 LIKE tbl_booking_clipboard1"_s);
+        m_random.seed(quint32(seed));
+        AppSettings settings = testSettings(m_server.connectionString());
+        settings.SharedFields = {};
+        std::vector<std::pair<int, int>> numbers;
+        for (const QString &pair : pairs) {
+            settings.SharedFields[numbers.size()] = pair;
+            numbers.emplace_back(pair.section(u'&', 0, 0).toInt(), pair.section(u'&', 1).toInt());
+        }
+        m_model = std::make_unique<Model>(numbers);
+        Counter anna{TestStation(m_server), u"anna"_s};
+        Counter ben{TestStation(m_server, {}, 2), u"ben"_s};
+        for (Counter *counter : {&anna, &ben})
+            counter->station.shared = SharedFields(settings);
+        for (int i = 0; i < 150 && !QTest::currentTestFailed(); ++i) {
+            step(below(2) == 0 ? anna : ben, odd);
+            QCOMPARE(bookings(), m_model->bookings());
+        }
+        QCOMPARE(m_server.rows(u"SELECT m_datetime, m_field, m_remark, m_job, m_staff FROM tbl_remark ORDER BY m_id"_s),
+                 m_model->remarks());
+        if (!odd) {
+            for (const Row &row : m_model->bookers())
+                clear(anna, row.slot, false);
+            QCOMPARE(bookings(), QStringList());
+        }
+    }
 
 private:
     int below(int end) { return m_random.bounded(end); }
     Slot anySlot() { return {m_days[below(2)], m_hours[below(3)], below(6)}; }
-    void step(Counter &counter, bool odd);
-    void book(Counter &counter);
-    void clear(Counter &counter, const Slot &slot, bool odd);
-    void copy(Counter &counter);
-    void paste(Counter &counter, int weeks);
-    void oldRecord();
+    void step(Counter &counter, bool odd)
+    {
+        const int choice = below(odd ? 12 : 11);
+        if (choice < 4) {
+            book(counter);
+        } else if (choice < 8) {
+            const auto bookers = m_model->bookers();
+            const bool aimed = !bookers.empty() && below(3) > 0;
+            clear(counter, aimed ? bookers[std::size_t(below(int(bookers.size())))].slot : anySlot(), odd);
+        } else if (choice == 8) {
+            copy(counter);
+        } else if (choice < 11) {
+            paste(counter, choice == 9 ? 0 : 2);
+        } else {
+            oldRecord();
+        }
+    }
+
+    void book(Counter &counter)
+    {
+        const Slot slot = anySlot();
+        const QString name = u"Team "_s + QString::number(++m_team);
+        const bool wanted = m_model->book(slot, name, counter.staff);
+        const auto outcome = doBooking(counter.station, counter.station.clipboard, counter.staff,
+                                       {slot.day, slot.hour, u"555"_s, u""_s, name, slot.field});
+        QTest::qCompare(outcome, wanted ? BookingOutcome::Booked : BookingOutcome::AlreadyBooked, "outcome", "wanted",
+                        __FILE__, __LINE__);
+    }
+
+    void clear(Counter &counter, const Slot &slot, bool odd)
+    {
+        const Row *row = m_model->find(slot);
+        const QString shown = !row || (odd && below(4) == 0) ? u"Old"_s : row->name;
+        const CancelOutcome wanted = m_model->cancel(slot, shown, counter.staff);
+        const auto outcome =
+            doCancel(counter.station, counter.staff, {slot.day, slot.hour, shown, slot.field, u"rain"_s});
+        QTest::qCompare(int(outcome), int(wanted), "outcome", "wanted", __FILE__, __LINE__);
+    }
+
+    void copy(Counter &counter)
+    {
+        const auto bookers = m_model->bookers();
+        if (bookers.empty())
+            return;
+        const Row row = bookers[std::size_t(below(int(bookers.size())))];
+        // Beside marker rows it is open which row is copied.
+        if (m_model->find(row.slot)->isMarker() || row.name == u"Old")
+            return;
+        copySlot(counter.station, counter.station.clipboard,
+                 drawnDay(row.slot.day, row.slot.field, {u'>' + row.slot.hour + u' ' + row.name}));
+        counter.copiedName = row.name;
+    }
+
+    void paste(Counter &counter, int weeks)
+    {
+        if (counter.copiedName.isEmpty())
+            return;
+        const Slot first = {m_days[0], {}, below(6)};
+        QStringList lines;
+        for (const QString &hour : m_hours)
+            if (below(2) == 0)
+                lines << u'>' + hour;
+        counter.station.person.expect({u"verify -> "_s + counter.staff + u" staff"_s});
+        for (int week = 0; week < qMax(weeks, 1); ++week)
+            for (const QString &line : lines)
+                if (!m_model->book({m_days[week], line.mid(1), first.field}, counter.copiedName, counter.staff) &&
+                    weeks == 0)
+                    counter.station.person.expect({u"refuse: The field already being booked"_s});
+        const DaySelection selection = drawnDay(first.day, first.field, lines);
+        std::vector<BlockBookingHour> results;
+        if (weeks == 0)
+            pasteSelection(counter.station, counter.station.clipboard, selection);
+        else
+            bookBlock(
+                counter.station, counter.station.clipboard, selection, weeks, [](int) {}, results);
+    }
+
+    void oldRecord()
+    {
+        const Slot slot = anySlot();
+        if (m_model->addOldRecord(slot))
+            m_server.exec(u"INSERT INTO tbl_booking SET b_datetime='"_s +
+                          slot.text().replace(u"|"_s, u"', b_field="_s) + u", b_bookername='Old'"_s);
+    }
+
     [[nodiscard]] QStringList bookings() const
     {
-        return m_server->rows(u"SELECT b_datetime, b_field, b_bookername, b_shared FROM tbl_booking ORDER BY b_id"_s);
+        return m_server.rows(u"SELECT b_datetime, b_field, b_bookername, b_shared FROM tbl_booking ORDER BY b_id"_s);
     }
 
     const QStringList m_days{u"2026-11-28"_s, u"2026-12-05"_s};
     const QStringList m_hours{u"18:00"_s, u"24:00"_s, u"01:00"_s};
-    std::unique_ptr<PrivateServer> m_server;
+    PrivateServer m_server;
     std::unique_ptr<Model> m_model;
     QRandomGenerator m_random;
     int m_team = 0;
 };
-
-void tst_SharedFields::randomSequence_data()
-{
-    QTest::addColumn<QStringList>("pairs");
-    QTest::addColumn<bool>("odd"); // old records, and clearing by a grid that shows an old booker
-    QTest::addColumn<int>("seed");
-    const QStringList halves{u"0&1"_s, u"0&2"_s, u"3&4"_s, u"3&5"_s};
-    const QStringList tangled{u"0&1"_s, u"1&2"_s, u"1&3"_s, u"4&2"_s, u"4&5"_s, u"5&0"_s};
-    for (int seed = 1; seed <= 3; ++seed) {
-        QTest::addRow("two halves %d", seed) << halves << false << seed;
-        QTest::addRow("two halves and odd things %d", seed) << halves << true << seed;
-        QTest::addRow("tangled %d", seed) << tangled << true << seed;
-    }
-}
-
-void tst_SharedFields::randomSequence()
-{
-    QFETCH(QStringList, pairs);
-    QFETCH(bool, odd);
-    QFETCH(int, seed);
-    m_server->freshDatabase();
-    m_server->exec(u"CREATE TABLE tbl_booking_clipboard2 LIKE tbl_booking_clipboard1"_s);
-    m_random.seed(quint32(seed));
-    AppSettings settings = testSettings(m_server->connectionString());
-    settings.SharedFields = {};
-    std::vector<std::pair<int, int>> numbers;
-    for (const QString &pair : pairs) {
-        settings.SharedFields[numbers.size()] = pair;
-        numbers.emplace_back(pair.section(u'&', 0, 0).toInt(), pair.section(u'&', 1).toInt());
-    }
-    m_model = std::make_unique<Model>(numbers);
-    Counter anna(*m_server, 1, u"anna"_s);
-    Counter ben(*m_server, 2, u"ben"_s);
-    for (Counter *counter : {&anna, &ben})
-        counter->station.shared = SharedFields(settings);
-    for (int i = 0; i < 150 && !QTest::currentTestFailed(); ++i) {
-        step(below(2) == 0 ? anna : ben, odd);
-        QCOMPARE(bookings(), m_model->bookings());
-    }
-    QCOMPARE(m_server->rows(u"SELECT m_datetime, m_field, m_remark, m_job, m_staff FROM tbl_remark ORDER BY m_id"_s),
-             m_model->remarks());
-    if (!odd) {
-        for (const Row &row : m_model->bookers())
-            clear(anna, row.slot, false);
-        QCOMPARE(bookings(), QStringList());
-    }
-}
-
-void tst_SharedFields::step(Counter &counter, bool odd)
-{
-    const int choice = below(odd ? 12 : 11);
-    if (choice < 4) {
-        book(counter);
-    } else if (choice < 8) {
-        const auto bookers = m_model->bookers();
-        const bool aimed = !bookers.empty() && below(3) > 0;
-        clear(counter, aimed ? bookers[std::size_t(below(int(bookers.size())))].slot : anySlot(), odd);
-    } else if (choice == 8) {
-        copy(counter);
-    } else if (choice < 11) {
-        paste(counter, choice == 9 ? 0 : 2);
-    } else {
-        oldRecord();
-    }
-}
-
-void tst_SharedFields::book(Counter &counter)
-{
-    const Slot slot = anySlot();
-    const QString name = u"Team "_s + QString::number(++m_team);
-    const bool wanted = m_model->book(slot, name, counter.staff);
-    const auto outcome = doBooking(counter.station, counter.clipboard, counter.staff,
-                                   {slot.day, slot.hour, u"555"_s, u""_s, name, slot.field});
-    QTest::qCompare(outcome, wanted ? BookingOutcome::Booked : BookingOutcome::AlreadyBooked, "outcome", "wanted",
-                    __FILE__, __LINE__);
-}
-
-void tst_SharedFields::clear(Counter &counter, const Slot &slot, bool odd)
-{
-    const Row *row = m_model->find(slot);
-    const QString shown = !row || (odd && below(4) == 0) ? u"Old"_s : row->name;
-    const CancelOutcome wanted = m_model->cancel(slot, shown, counter.staff);
-    const auto outcome = doCancel(counter.station, counter.staff, {slot.day, slot.hour, shown, slot.field, u"rain"_s});
-    QTest::qCompare(int(outcome), int(wanted), "outcome", "wanted", __FILE__, __LINE__);
-}
-
-void tst_SharedFields::copy(Counter &counter)
-{
-    const auto bookers = m_model->bookers();
-    if (bookers.empty())
-        return;
-    const Row row = bookers[std::size_t(below(int(bookers.size())))];
-    // Beside marker rows it is open which row is copied.
-    if (m_model->find(row.slot)->isMarker() || row.name == u"Old")
-        return;
-    copySlot(counter.station, counter.clipboard,
-             drawnDay(row.slot.day, row.slot.field, {u'>' + row.slot.hour + u' ' + row.name}));
-    counter.copiedName = row.name;
-}
-
-void tst_SharedFields::paste(Counter &counter, int weeks)
-{
-    if (counter.copiedName.isEmpty())
-        return;
-    const Slot first = {m_days[0], {}, below(6)};
-    QStringList lines;
-    for (const QString &hour : m_hours)
-        if (below(2) == 0)
-            lines << u'>' + hour;
-    counter.prompts.expect({u"verify -> "_s + counter.staff + u" staff"_s});
-    for (int week = 0; week < qMax(weeks, 1); ++week)
-        for (const QString &line : lines)
-            if (!m_model->book({m_days[week], line.mid(1), first.field}, counter.copiedName, counter.staff) &&
-                weeks == 0)
-                counter.prompts.expect({u"refuse: The field already being booked"_s});
-    const DaySelection selection = drawnDay(first.day, first.field, lines);
-    std::vector<BlockBookingHour> results;
-    if (weeks == 0)
-        pasteSelection(counter.station, counter.clipboard, selection);
-    else
-        bookBlock(
-            counter.station, counter.clipboard, selection, weeks, [](int) {}, results);
-}
-
-void tst_SharedFields::oldRecord()
-{
-    const Slot slot = anySlot();
-    if (m_model->addOldRecord(slot))
-        m_server->exec(u"INSERT INTO tbl_booking SET b_datetime='"_s + slot.text().replace(u"|"_s, u"', b_field="_s) +
-                       u", b_bookername='Old'"_s);
-}
 
 QTEST_GUILESS_MAIN(tst_SharedFields)
 #include "tst_SharedFields.moc"

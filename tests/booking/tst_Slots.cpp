@@ -2,12 +2,9 @@
 #include "booking/ExtraTime.h"
 #include "booking/Rates.h"
 #include "support/DrawnRows.h"
-#include "support/ScriptedPrompts.h"
 #include "support/TestStation.h"
 
 #include <QTest>
-
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -23,10 +20,10 @@ QString insertBooking(const QString &hour, int field, const QString &more)
            QString::number(field) + u", "_s + more + u"; "_s;
 }
 
-QString remarkSql(const QString &text, const QString &job, const QString &slotHour, int field)
+QString remarkSql(const QString &text, const QString &job, const QString &slotHour, const QString &field)
 {
     return u"INSERT INTO tbl_remark SET m_dotime='2026-11-14 14:59:59', m_datetime='2026-11-14 "_s + slotHour +
-           u":00', m_remark='"_s + text + u"', m_job='"_s + job + u"' ,m_field="_s + QString::number(field) +
+           u":00', m_remark='"_s + text + u"', m_job='"_s + job + u"' ,m_field="_s + field +
            u", m_staff='anna', m_actiontime='14 Nov 02:59:59 PM'"_s;
 }
 
@@ -38,344 +35,281 @@ class tst_Slots : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { m_server = std::make_unique<PrivateServer>(); }
-    void init() { m_server->freshDatabase(); }
+    void init() { m_server.freshDatabase(); }
 
-    void clearingIsRefused_data();
-    void clearingIsRefused();
-    void clearingGoesOnAfterARefusal();
-    void clearingFreesSharedGround();
-    void cancelOutcomes_data();
-    void cancelOutcomes();
-    void cancelStatements_data();
-    void cancelStatements();
-    void extraTimeIsRefused_data();
-    void extraTimeIsRefused();
-    void extraTimeStatements();
-    void rateChangeIsRefused_data();
-    void rateChangeIsRefused();
-    void rateChangeStatements();
-    void rates_data();
-    void rates();
+    void isRefused_data()
+    {
+        drawnRows(uR"(
+            paid                           | >18:00 A paid 50.00              | refuse: You cannot delete paid slot
+            empty                          | >18:00                           | refuse: You cannot delete an empty slot
+            extra time                     | 18:00 A; >19:00 +45              | refuse: Use previous slot to delete extra time.
+            partially shared               | >18:00 Partially Shared          | refuse: Delete individual slots
+            shared                         | >18:00 Shared Booking            | refuse: Please delete main slots
+            partially comes before shared  | >18:00 Shared Booking Partially Shared | refuse: Delete individual slots
+            first failing row              | >18:00 A; >19:00; >20:00 Shared Booking | refuse: You cannot delete an empty slot
+            no reason                      | >18:00 A | verify -> anna staff; ask: Enter reason why the entry need to be cleared ->
+            an hour past                   | >13:00 A | verify -> anna staff; ask: Enter reason why the entry need to be cleared -> rain; refuse: You delete previous entry
+            rate, free                     | >18:00                           | refuse: You cannot set empty slot
+            rate, paid                     | >18:00 A paid 1.00               | refuse: The slot already paid
+            rate, nobody confirms          | >18:00 A                         | verify -> nobody
+            rate, staff is not enough      | >18:00 A                         | verify -> anna staff; inform: Only an administrator can change the rate of a slot.
+        )"_s);
+    }
+
+    void isRefused()
+    {
+        const auto [day, script] = cells<2>();
+        m_server.exec(insertBooking(u"18:00"_s, 3, u"b_bookername='A'"_s) +
+                      insertBooking(u"13:00"_s, 3, u"b_bookername='A'"_s));
+        const QStringList before = tables();
+        TestStation station(m_server, listOf(script));
+        const DaySelection selection = drawnDay(saturday, 3, listOf(day));
+        std::vector<SlotKey> freed;
+        if (QByteArray(QTest::currentDataTag()).startsWith("rate"))
+            QVERIFY(!changeRateType(station, selection, u"member"_s));
+        else
+            clearSelection(station, selection, freed);
+        QVERIFY(freed.empty());
+        QCOMPARE(tables(), before);
+    }
+
+    void clearingGoesOnAfterARefusal()
+    {
+        // The grid is old: meanwhile one hour was cleared elsewhere and one was paid.
+        m_server.exec(insertBooking(u"14:00"_s, 8, u"b_bookername='A'"_s) +
+                      insertBooking(u"17:00"_s, 8, u"b_bookername='A', b_paid=0.01"_s) +
+                      insertBooking(u"24:00"_s, 8, u"b_bookername='A'"_s));
+        TestStation station(m_server, {u"verify -> boss admin"_s, reasonQuestion + u" -> it's raining"_s,
+                                       u"refuse: The field is empty"_s, u"inform: You cannot delete paid item"_s});
+        std::vector<SlotKey> cleared;
+        clearSelection(station, drawnDay(saturday, 8, {u">14:00 A"_s, u">16:00 A"_s, u">17:00 A"_s, u">24:00 A"_s}),
+                       cleared);
+        QCOMPARE(cleared.size(), 2U);
+        QCOMPARE(cleared[1].dateTimeText(), u"2026-11-14 24:00:00"_s);
+        QCOMPARE(tables(),
+                 QStringList({u"2026-11-14 17:00:00|8|A|0|0|"_s, u"2026-11-14 14:00:00|8|it's raining|cancel|boss|"_s,
+                              u"2026-11-14 24:00:00|8|it's raining|cancel|boss|"_s}));
+    }
+
+    void clearingFreesSharedGround()
+    {
+        // Extra time runs into 17:00, and the error at 18:00 keeps what was freed before it.
+        m_server.exec(insertBooking(u"16:00"_s, 0, u"b_bookername='A', b_extratime=15"_s) +
+                      insertBooking(u"18:00"_s, 0, u"b_bookername='A', b_specialrate='poison'"_s) +
+                      u"CREATE TRIGGER poison BEFORE DELETE ON tbl_booking FOR EACH ROW BEGIN "
+                      "IF OLD.b_specialrate='poison' THEN SIGNAL SQLSTATE '45000'; END IF; END"_s);
+        TestStation station(m_server, {u"verify -> boss admin"_s, reasonQuestion + u" -> rain"_s});
+        std::vector<SlotKey> freed;
+        const QString extraTime = BookerMark::extraTime + u" + hour"_s;
+        QVERIFY_EXCEPTION_THROWN(
+            clearSelection(station, drawnDay(saturday, 0, {u">16:00 A"_s, u"17:00 "_s + extraTime, u">18:00 A"_s}),
+                           freed),
+            DbError);
+        QStringList slotTexts;
+        for (const SlotKey &slot : freed)
+            slotTexts << slot.hourText + u' ' + QString::number(slot.field);
+        QCOMPARE(slotTexts.join(u','), u"16:00 0,16:00 1,16:00 2,17:00 0"_s);
+    }
+
+    void cancelOutcomes_data()
+    {
+        drawnRows(uR"(
+            going on                | 2026-11-14 14:59:59 | 14:00 | A                                | rain | cleared
+            over                    | 2026-11-14 15:00:00 | 14:00 | A                                | rain | You delete previous entry
+            midnight going on       | 2026-11-15 00:59:59 | 24:00 | A                                | rain | cleared
+            midnight over           | 2026-11-15 01:00:00 | 24:00 | A                                | rain | You delete previous entry
+            past before mark        | 2026-11-14 14:59:59 | 13:00 | ˆ + ½ hour                       | rain | You delete previous entry
+            extra time first        | 2026-11-14 14:59:59 | 18:00 | ˆ Partially Shared               | rain | Use previous slot to delete extra time.
+            partially before shared | 2026-11-14 14:59:59 | 18:00 | Shared Booking Partially Shared  | rain | Delete individual slots
+            mark before reason      | 2026-11-14 14:59:59 | 18:00 | Shared Booking                   |      | Please delete main slots
+            reason before empty     | 2026-11-14 14:59:59 | 18:00 | A                                |      | no reason
+            empty                   | 2026-11-14 14:59:59 | 18:00 | A                                | rain | The field is empty
+            paid                    | 2026-11-14 14:59:59 | 17:00 | A                                | rain | You cannot delete paid item
+        )"_s);
+    }
+
+    void cancelOutcomes()
+    {
+        const auto [now, hour, booker, reason, wanted] = cells<5>();
+        m_server.exec(insertBooking(u"14:00"_s, 3, u"b_bookername='A'"_s) +
+                      insertBooking(u"24:00"_s, 3, u"b_bookername='A'"_s) +
+                      insertBooking(u"17:00"_s, 3, u"b_bookername='A', b_paid=50"_s));
+        TestStation station(m_server);
+        station.setNow(now);
+        const CancelOutcome outcome = doCancel(station, u"anna"_s, {saturday, hour, booker, 3, reason});
+        const bool cleared = outcome == CancelOutcome::Cancelled;
+        const QString text = outcome == CancelOutcome::NoReason ? u"no reason"_s : refusalText(outcome);
+        QCOMPARE(cleared ? u"cleared"_s : text, wanted);
+        // Own remark and the partners'.
+        QCOMPARE(m_server.rows(u"SELECT COUNT(*) FROM tbl_booking UNION ALL SELECT COUNT(*) FROM tbl_remark"_s),
+                 cleared ? QStringList({u"2"_s, u"3"_s}) : QStringList({u"3"_s, u"0"_s}));
+    }
+
+    void cancelStatements_data()
+    {
+        // What stands on the other fields, and what is sent: the words stand for the statements below.
+        drawnRows(uR"(
+            alone                | 8 |                         | look; delete; remark
+            partners             | 0 | b_field=1, b_bookername='Shared Booking'; b_field=2, b_bookername='Shared Booking' | look; delete; remark; free 1; shared 1; free 2; shared 2
+            parent, last         | 2 | b_field=0, b_bookername='Partially Shared', b_shared=1 | look; delete; remark; parent; free 0; partially
+            parent, one of two   | 2 | b_field=0, b_bookername='Partially Shared', b_shared=2 | look; delete; remark; parent; lower; partially
+            parent without a row | 2 |                         | look; delete; remark; parent; lower; partially
+        )"_s);
+    }
+
+    void cancelStatements()
+    {
+        const QString slot = u"b_datetime='2026-11-14 24:00:00' AND "_s;
+        const QMap<QString, QString> texts{
+            {u"look"_s, u"SELECT * FROM tbl_booking WHERE "_s + slot + u"b_field=FIELD"_s},
+            {u"delete"_s, u"DELETE FROM tbl_booking where "_s + slot + u" b_field=FIELD"_s},
+            {u"remark"_s, remarkSql(u"it\\'s raining"_s, u"cancel"_s, u"24:00"_s, u"FIELD"_s)},
+            {u"free"_s, u"DELETE FROM tbl_booking WHERE "_s + slot + u"b_field=FIELD"_s},
+            {u"shared"_s, remarkSql(u" shared booking"_s, u"cancel"_s, u"24:00"_s, u"FIELD"_s)},
+            {u"parent"_s, u"SELECT * FROM tbl_booking where "_s + slot + u"b_field=0"_s},
+            {u"lower"_s, u"UPDATE tbl_booking SET b_shared=b_shared - 1 where "_s + slot + u"b_field=0"_s},
+            {u"partially"_s, remarkSql(u" partially booked field 0"_s, u"cancel"_s, u"24:00"_s, u"0"_s)}};
+        const auto [field, standing, words] = cells<3>();
+        QStringList sent;
+        for (const QString &word : listOf(words))
+            sent += texts.value(word.section(u' ', 0, 0))
+                        .replace(u"FIELD"_s, word.contains(u' ') ? word.section(u' ', 1) : field);
+        for (const QString &row : listOf(standing))
+            m_server.exec(u"INSERT INTO tbl_booking SET b_datetime='2026-11-14 24:00:00', "_s + row);
+        m_server.exec(insertBooking(u"24:00"_s, field.toInt(), u"b_bookername='A'"_s) +
+                      insertBooking(u"23:00"_s, field.toInt(), u"b_bookername='A'"_s));
+        TestStation station(m_server);
+        m_server.startLog();
+        QCOMPARE(doCancel(station, u"anna"_s, {saturday, u"24:00"_s, u"A"_s, field.toInt(), u"it's raining"_s}),
+                 CancelOutcome::Cancelled);
+        QCOMPARE(m_server.takeLog(), sent);
+        QCOMPARE(m_server.rows(u"SELECT b_bookername FROM tbl_booking WHERE b_datetime LIKE '%23:00:00'"_s),
+                 QStringList{u"A"_s});
+    }
+
+    void extraTimeIsRefused_data()
+    {
+        // What is asked when 30 minutes are added, and when the extra time is cleared.
+        drawnRows(uR"(
+            free               | 14 14:59:59 | >18:00             | refuse: There is no booked slot to add 30 minutes | refuse: You cannot delete empty slot
+            paid               | 14 14:59:59 | >18:00 A paid 9.00 | refuse: The slot already paid                     | refuse: You cannot delete paid slot
+            paid in last row   | 14 14:59:59 | >02:00 A paid 9.00 | refuse: The slot already paid                     | refuse: You cannot delete paid slot
+            last row           | 14 14:59:59 | >02:00 A           | refuse: There is no more slot to add extra time!  | refuse: There is no extra time associated with the slot
+            past before taken  | 14 14:59:59 | >12:00 A; 13:00 B  | refuse: You cannot book previous entry!           | refuse: You cannot delete elapsed extra time
+            next one going on  | 14 14:59:59 | >13:00 A           | verify -> nobody                                  | refuse: You cannot delete elapsed extra time
+            next one over      | 14 15:00:00 | >13:00 A           | refuse: You cannot book previous entry!           | refuse: You cannot delete elapsed extra time
+            begun              | 14 18:00:00 | >18:00 A; 19:00 +15 | refuse: The field already being booked           | refuse: You cannot delete elapsed extra time
+            begins in a second | 14 17:59:59 | >18:00 A; 19:00 +15 | refuse: The field already being booked           | verify -> nobody
+            into midnight      | 14 14:59:59 | >23:00 A           | verify -> nobody                                  | refuse: There is no extra time associated with the slot
+            midnight over      | 15 01:00:00 | >23:00 A           | refuse: You cannot book previous entry!           | refuse: You cannot delete elapsed extra time
+            midnight begun     | 15 00:00:00 | >24:00 A; 01:00 +15 | refuse: The field already being booked           | refuse: You cannot delete elapsed extra time
+            next one taken     | 14 14:59:59 | >18:00 A; 19:00 B  | refuse: The field already being booked            | refuse: There is no extra time associated with the slot
+            on the extra time  | 14 14:59:59 | 18:00 A; >19:00 +15 | verify -> nobody                                 | refuse: The slot is an extra time of previous slot, use the previous slot to clear the additions
+        )"_s);
+    }
+
+    void extraTimeIsRefused()
+    {
+        const auto [now, day, adding, clearing] = cells<4>();
+        m_server.exec(insertBooking(u"18:00"_s, 3, u"b_bookername='A', b_extratime=15"_s));
+        const QStringList before = tables();
+        TestStation station(m_server, {adding, clearing});
+        station.setNow(u"2026-11-"_s + now);
+        const DaySelection selection = drawnDay(saturday, 3, listOf(day));
+        QVERIFY(!AddExtraTime(station, selection, 30));
+        QVERIFY(!clearExtraTime(station, selection));
+        QCOMPARE(tables(), before);
+    }
+
+    void extraTimeStatements()
+    {
+        m_server.exec(insertBooking(u"23:00"_s, 3, u"b_bookername='A', b_extratime=15"_s) +
+                      insertBooking(u"23:00"_s, 4, u"b_bookername='B', b_extratime=15"_s));
+        TestStation station(m_server, {confirmed, confirmed, confirmed});
+        const QString slot = u" WHERE b_datetime='2026-11-14 23:00:00'AND b_field=3"_s;
+        m_server.startLog();
+        QVERIFY(AddExtraTime(station, drawnDay(saturday, 3, {u">23:00 A"_s}), 45));
+        QCOMPARE(
+            m_server.takeLog(),
+            QStringList({u"SELECT * FROM tbl_booking"_s + slot, u"UPDATE tbl_booking SET b_extratime=45"_s + slot,
+                         remarkSql(u" for player adding 45 minutes more "_s, u"extra time"_s, u"23:00"_s, u"3"_s)}));
+        const QString extraTimes = u"SELECT b_field, b_extratime FROM tbl_booking ORDER BY b_field"_s;
+        QCOMPARE(m_server.rows(extraTimes), QStringList({u"3|45"_s, u"4|15"_s}));
+        m_server.startLog();
+        QVERIFY(clearExtraTime(station, drawnDay(saturday, 3, {u">23:00 A"_s, u"24:00 +45"_s})));
+        QCOMPARE(m_server.takeLog(),
+                 QStringList({u"UPDATE tbl_booking SET b_extratime=0"_s + slot,
+                              remarkSql(u" do not want extratime."_s, u"delete extra time"_s, u"23:00"_s, u"3"_s)}));
+        QCOMPARE(m_server.rows(extraTimes), QStringList({u"3|0"_s, u"4|15"_s}));
+
+        // The booking has vanished since the grid was drawn: nothing is said and nothing written.
+        m_server.exec(u"DELETE FROM tbl_booking WHERE b_field=3"_s);
+        const QStringList before = tables();
+        AddExtraTime(station, drawnDay(saturday, 3, {u">23:00 A"_s}), 15);
+        QCOMPARE(tables(), before);
+    }
+
+    void rateChangeStatements()
+    {
+        m_server.exec(insertBooking(u"24:00"_s, 3, u"b_bookername='O\\'Neil', b_specialrate='student'"_s));
+        TestStation station(m_server);
+        for (const QString &rate : {u"specialgroup2"_s, u""_s}) {
+            station.person.expect({u"verify -> anna admin"_s});
+            m_server.startLog();
+            QVERIFY(changeRateType(station, drawnDay(saturday, 3, {u">24:00 O'Neil"_s}), rate));
+            QCOMPARE(m_server.takeLog(), QStringList({u"UPDATE tbl_booking SET b_specialrate='"_s + rate +
+                                                          u"' where b_datetime='2026-11-14 24:00:00' AND b_field=3"_s,
+                                                      remarkSql(u" set "_s + rate + u" rate for O\\'Neil 24:00"_s,
+                                                                u"change rate"_s, u"24:00"_s, u"3"_s)}));
+            QCOMPARE(m_server.rows(u"SELECT b_specialrate FROM tbl_booking"_s), QStringList{rate});
+        }
+    }
+
+    void rates_data()
+    {
+        drawnRows(uR"(
+            first hour     | 2026-11-14 | 3 | 8  |               | 60.5
+            last hour      | 2026-11-14 | 3 | 17 |               | 60.5
+            next band      | 2026-11-14 | 3 | 18 |               | 80
+            midnight is 0  | 2026-11-14 | 3 | 24 |               | 90
+            member         | 2026-11-14 | 3 | 18 | member        | 40
+            no such rate   | 2026-11-14 | 3 | 18 | specialgroup4 | 0
+            other field    | 2026-11-14 | 4 | 18 |               | 0
+            Sunday         | 2026-11-15 | 3 | 18 |               | 0
+        )"_s);
+    }
+
+    void rates()
+    {
+        const auto [day, field, hour, rateType, wanted] = cells<5>();
+        const QString row =
+            u"INSERT INTO tbl_rate SET r_day='Saturday', r_field=3, r_special='%1', r_timestart=%2, r_timestop=%3, "
+            "r_rate=%4; "_s;
+        m_server.exec(row.arg(u""_s, u"8"_s, u"17"_s, u"60.5"_s) + row.arg(u""_s, u"18"_s, u"23"_s, u"80"_s) +
+                      row.arg(u""_s, u"0"_s, u"2"_s, u"90"_s) + row.arg(u"member"_s, u"8"_s, u"23"_s, u"40"_s));
+        Database database(m_server.connectionString());
+        m_server.startLog();
+        const double rate = CalcFieldRate(database, field.toShort(), hour.toShort(), rateDayName(day), rateType);
+        QCOMPARE(QString::number(rate), wanted);
+        const QString hourText = hour == u"24" ? u"0"_s : hour;
+        QCOMPARE(m_server.takeLog(),
+                 QStringList{u"SELECT * from tbl_rate where r_day LIKE \""_s +
+                             (day == saturday ? u"Saturday"_s : u"Sunday"_s) + u"\" AND r_field="_s + field +
+                             u" AND r_special = \""_s + rateType + u"\" AND r_timestart<="_s + hourText +
+                             u" and r_timestop>="_s + hourText});
+    }
 
 private:
     /// Everything that a refusal must leave alone.
     [[nodiscard]] QStringList tables() const
     {
-        return m_server->rows(u"SELECT b_datetime, b_field, b_bookername, b_shared, b_extratime, b_specialrate "
-                              "FROM tbl_booking UNION ALL SELECT m_datetime, m_field, m_remark, m_job, m_staff, '' "
-                              "FROM tbl_remark"_s);
+        return m_server.rows(u"SELECT b_datetime, b_field, b_bookername, b_shared, b_extratime, b_specialrate "
+                             "FROM tbl_booking UNION ALL SELECT m_datetime, m_field, m_remark, m_job, m_staff, '' "
+                             "FROM tbl_remark"_s);
     }
 
-    std::unique_ptr<PrivateServer> m_server;
+    PrivateServer m_server;
 };
-
-void tst_Slots::clearingIsRefused_data()
-{
-    drawnRows({"day", "script"}, uR"(
-        paid                           | >18:00 A paid 50.00              | refuse: You cannot delete paid slot
-        paid comes before empty        | >18:00  paid 50.00               | refuse: You cannot delete paid slot
-        empty                          | >18:00                           | refuse: You cannot delete an empty slot
-        extra time                     | 18:00 A; >19:00 +45              | refuse: Use previous slot to delete extra time.
-        partially shared               | >18:00 Partially Shared          | refuse: Delete individual slots
-        shared                         | >18:00 Shared Booking            | refuse: Please delete main slots
-        partially comes before shared  | >18:00 Shared Booking Partially Shared | refuse: Delete individual slots
-        past is no matter here         | >09:00                           | refuse: You cannot delete an empty slot
-        first failing row              | >18:00 A; >19:00; >20:00 Shared Booking | refuse: You cannot delete an empty slot
-        nobody confirms                | >18:00 A                         | verify -> nobody
-        no reason                      | >18:00 A | verify -> anna staff; ask: Enter reason why the entry need to be cleared ->
-        an hour past                   | >13:00 A | verify -> anna staff; ask: Enter reason why the entry need to be cleared -> rain; refuse: You delete previous entry
-    )"_s);
-}
-
-void tst_Slots::clearingIsRefused()
-{
-    QFETCH(QString, day);
-    QFETCH(QString, script);
-    m_server->exec(insertBooking(u"18:00"_s, 3, u"b_bookername='A'"_s) +
-                   insertBooking(u"13:00"_s, 3, u"b_bookername='A'"_s));
-    const QStringList before = tables();
-    ScriptedPrompts prompts(listOf(script));
-    TestStation station(*m_server, prompts);
-    std::vector<SlotKey> freed;
-    clearSelection(station, drawnDay(saturday, 3, listOf(day)), freed);
-    QVERIFY(freed.empty());
-    QCOMPARE(tables(), before);
-}
-
-void tst_Slots::clearingGoesOnAfterARefusal()
-{
-    // The grid is old: meanwhile one hour was cleared elsewhere and one was paid.
-    m_server->exec(insertBooking(u"14:00"_s, 8, u"b_bookername='A'"_s) +
-                   insertBooking(u"17:00"_s, 8, u"b_bookername='A', b_paid=0.01"_s) +
-                   insertBooking(u"24:00"_s, 8, u"b_bookername='A'"_s));
-    ScriptedPrompts prompts({u"verify -> boss admin"_s, reasonQuestion + u" -> it's raining"_s,
-                             u"refuse: The field is empty"_s, u"inform: You cannot delete paid item"_s});
-    TestStation station(*m_server, prompts);
-    std::vector<SlotKey> cleared;
-    clearSelection(station, drawnDay(saturday, 8, {u">14:00 A"_s, u">16:00 A"_s, u">17:00 A"_s, u">24:00 A"_s}),
-                   cleared);
-    QCOMPARE(cleared.size(), 2U);
-    QCOMPARE(cleared[1].dateTimeText(), u"2026-11-14 24:00:00"_s);
-    QCOMPARE(tables(),
-             QStringList({u"2026-11-14 17:00:00|8|A|0|0|"_s, u"2026-11-14 14:00:00|8|it's raining|cancel|boss|"_s,
-                          u"2026-11-14 24:00:00|8|it's raining|cancel|boss|"_s}));
-}
-
-void tst_Slots::clearingFreesSharedGround()
-{
-    // Extra time runs into 17:00, and the error at 18:00 keeps what was freed before it.
-    m_server->exec(insertBooking(u"16:00"_s, 0, u"b_bookername='A', b_extratime=15"_s) +
-                   insertBooking(u"18:00"_s, 0, u"b_bookername='A', b_specialrate='poison'"_s) +
-                   u"CREATE TRIGGER poison BEFORE DELETE ON tbl_booking FOR EACH ROW BEGIN "
-                   "IF OLD.b_specialrate='poison' THEN SIGNAL SQLSTATE '45000'; END IF; END"_s);
-    ScriptedPrompts prompts({u"verify -> boss admin"_s, reasonQuestion + u" -> rain"_s});
-    TestStation station(*m_server, prompts);
-    std::vector<SlotKey> freed;
-    const QString extraTime = BookerMark::extraTime + u" + hour"_s;
-    QVERIFY_EXCEPTION_THROWN(
-        clearSelection(station, drawnDay(saturday, 0, {u">16:00 A"_s, u"17:00 "_s + extraTime, u">18:00 A"_s}), freed),
-        DbError);
-    QStringList slotTexts;
-    for (const SlotKey &slot : freed)
-        slotTexts << slot.hourText + u' ' + QString::number(slot.field);
-    QCOMPARE(slotTexts.join(u','), u"16:00 0,16:00 1,16:00 2,17:00 0"_s);
-}
-
-void tst_Slots::cancelOutcomes_data()
-{
-    drawnRows({"now", "hour", "booker", "reason", "outcome"}, uR"(
-        going on                | 2026-11-14 14:59:59 | 14:00 | A                                | rain | cleared
-        over                    | 2026-11-14 15:00:00 | 14:00 | A                                | rain | You delete previous entry
-        midnight going on       | 2026-11-15 00:59:59 | 24:00 | A                                | rain | cleared
-        midnight over           | 2026-11-15 01:00:00 | 24:00 | A                                | rain | You delete previous entry
-        past before mark        | 2026-11-14 14:59:59 | 13:00 | ˆ + ½ hour                       | rain | You delete previous entry
-        extra time first        | 2026-11-14 14:59:59 | 18:00 | ˆ Partially Shared               | rain | Use previous slot to delete extra time.
-        partially before shared | 2026-11-14 14:59:59 | 18:00 | Shared Booking Partially Shared  | rain | Delete individual slots
-        mark before reason      | 2026-11-14 14:59:59 | 18:00 | Shared Booking                   |      | Please delete main slots
-        reason before empty     | 2026-11-14 14:59:59 | 18:00 | A                                |      | no reason
-        empty                   | 2026-11-14 14:59:59 | 18:00 | A                                | rain | The field is empty
-        paid                    | 2026-11-14 14:59:59 | 17:00 | A                                | rain | You cannot delete paid item
-    )"_s);
-}
-
-void tst_Slots::cancelOutcomes()
-{
-    QFETCH(QString, now);
-    QFETCH(QString, hour);
-    QFETCH(QString, booker);
-    QFETCH(QString, reason);
-    m_server->exec(insertBooking(u"14:00"_s, 3, u"b_bookername='A'"_s) +
-                   insertBooking(u"24:00"_s, 3, u"b_bookername='A'"_s) +
-                   insertBooking(u"17:00"_s, 3, u"b_bookername='A', b_paid=50"_s));
-    ScriptedPrompts prompts;
-    TestStation station(*m_server, prompts);
-    station.setNow(now);
-    const CancelOutcome outcome = doCancel(station, u"anna"_s, {saturday, hour, booker, 3, reason});
-    const bool cleared = outcome == CancelOutcome::Cancelled;
-    const QString text = outcome == CancelOutcome::NoReason ? u"no reason"_s : refusalText(outcome);
-    QTEST(cleared ? u"cleared"_s : text, "outcome");
-    // Own remark and the partners'.
-    QCOMPARE(m_server->rows(u"SELECT COUNT(*) FROM tbl_booking UNION ALL SELECT COUNT(*) FROM tbl_remark"_s),
-             cleared ? QStringList({u"2"_s, u"3"_s}) : QStringList({u"3"_s, u"0"_s}));
-}
-
-void tst_Slots::cancelStatements_data()
-{
-    QTest::addColumn<int>("field");
-    QTest::addColumn<QString>("standing");
-    QTest::addColumn<QStringList>("sent");
-    const auto own = [](int field) {
-        const QString number = QString::number(field);
-        return QStringList{u"SELECT * FROM tbl_booking WHERE b_datetime='2026-11-14 24:00:00' AND b_field="_s + number,
-                           u"DELETE FROM tbl_booking where b_datetime='2026-11-14 24:00:00' AND  b_field="_s + number,
-                           remarkSql(u"it\\'s raining"_s, u"cancel"_s, u"24:00"_s, field)};
-    };
-    const auto removal = [](int field) {
-        return u"DELETE FROM tbl_booking WHERE b_datetime='2026-11-14 24:00:00' AND b_field="_s +
-               QString::number(field);
-    };
-    const QString look = u"SELECT * FROM tbl_booking where b_datetime='2026-11-14 24:00:00' AND b_field=0"_s;
-    const QString lower =
-        u"UPDATE tbl_booking SET b_shared=b_shared - 1 where b_datetime='2026-11-14 24:00:00' AND b_field=0"_s;
-    const QString parentRemark = remarkSql(u" partially booked field 0"_s, u"cancel"_s, u"24:00"_s, 0);
-    const auto parent = [](int shared) {
-        return insertBooking(u"24:00"_s, 0, u"b_bookername='Partially Shared', b_shared="_s + QString::number(shared));
-    };
-    QTest::newRow("alone") << 8 << u""_s << own(8);
-    QTest::newRow("partners") << 0
-                              << insertBooking(u"24:00"_s, 1, u"b_bookername='Shared Booking'"_s) +
-                                     insertBooking(u"24:00"_s, 2, u"b_bookername='Shared Booking'"_s)
-                              << own(0) + QStringList{
-                                              removal(1), remarkSql(u" shared booking"_s, u"cancel"_s, u"24:00"_s, 1),
-                                              removal(2), remarkSql(u" shared booking"_s, u"cancel"_s, u"24:00"_s, 2)};
-    QTest::newRow("parent, last") << 2 << parent(1) << own(2) + QStringList{look, removal(0), parentRemark};
-    QTest::newRow("parent, one of two") << 2 << parent(2) << own(2) + QStringList{look, lower, parentRemark};
-    QTest::newRow("parent without a row") << 2 << u""_s << own(2) + QStringList{look, lower, parentRemark};
-}
-
-void tst_Slots::cancelStatements()
-{
-    QFETCH(int, field);
-    QFETCH(QString, standing);
-    m_server->exec(standing + insertBooking(u"24:00"_s, field, u"b_bookername='A'"_s) +
-                   insertBooking(u"23:00"_s, field, u"b_bookername='A'"_s));
-    ScriptedPrompts prompts;
-    TestStation station(*m_server, prompts);
-    DbConnection{station.database};
-    m_server->startLog();
-    QCOMPARE(doCancel(station, u"anna"_s, {saturday, u"24:00"_s, u"A"_s, field, u"it's raining"_s}),
-             CancelOutcome::Cancelled);
-    QTEST(m_server->takeLog(), "sent");
-    QCOMPARE(m_server->rows(u"SELECT b_bookername FROM tbl_booking WHERE b_datetime LIKE '%23:00:00'"_s),
-             QStringList{u"A"_s});
-}
-
-void tst_Slots::extraTimeIsRefused_data()
-{
-    // What is asked when 30 minutes are added, and when the extra time is cleared.
-    drawnRows({"now", "day", "adding", "clearing"}, uR"(
-        free               | 14 14:59:59 | >18:00             | refuse: There is no booked slot to add 30 minutes | refuse: You cannot delete empty slot
-        paid               | 14 14:59:59 | >18:00 A paid 9.00 | refuse: The slot already paid                     | refuse: You cannot delete paid slot
-        paid in last row   | 14 14:59:59 | >02:00 A paid 9.00 | refuse: The slot already paid                     | refuse: You cannot delete paid slot
-        last row           | 14 14:59:59 | >02:00 A           | refuse: There is no more slot to add extra time!  | refuse: There is no extra time associated with the slot
-        past before taken  | 14 14:59:59 | >12:00 A; 13:00 B  | refuse: You cannot book previous entry!           | refuse: You cannot delete elapsed extra time
-        next one going on  | 14 14:59:59 | >13:00 A           | verify -> nobody                                  | refuse: You cannot delete elapsed extra time
-        next one over      | 14 15:00:00 | >13:00 A           | refuse: You cannot book previous entry!           | refuse: You cannot delete elapsed extra time
-        begun              | 14 18:00:00 | >18:00 A; 19:00 +15 | refuse: The field already being booked           | refuse: You cannot delete elapsed extra time
-        begins in a second | 14 17:59:59 | >18:00 A; 19:00 +15 | refuse: The field already being booked           | verify -> nobody
-        into midnight      | 14 14:59:59 | >23:00 A           | verify -> nobody                                  | refuse: There is no extra time associated with the slot
-        midnight over      | 15 01:00:00 | >23:00 A           | refuse: You cannot book previous entry!           | refuse: You cannot delete elapsed extra time
-        midnight begun     | 15 00:00:00 | >24:00 A; 01:00 +15 | refuse: The field already being booked           | refuse: You cannot delete elapsed extra time
-        next one taken     | 14 14:59:59 | >18:00 A; 19:00 B  | refuse: The field already being booked            | refuse: There is no extra time associated with the slot
-        on the extra time  | 14 14:59:59 | 18:00 A; >19:00 +15 | verify -> nobody                                 | refuse: The slot is an extra time of previous slot, use the previous slot to clear the additions
-    )"_s);
-}
-
-void tst_Slots::extraTimeIsRefused()
-{
-    QFETCH(QString, now);
-    QFETCH(QString, day);
-    QFETCH(QString, adding);
-    QFETCH(QString, clearing);
-    m_server->exec(insertBooking(u"18:00"_s, 3, u"b_bookername='A', b_extratime=15"_s));
-    const QStringList before = tables();
-    ScriptedPrompts prompts({adding, clearing});
-    TestStation station(*m_server, prompts);
-    station.setNow(u"2026-11-"_s + now);
-    const DaySelection selection = drawnDay(saturday, 3, listOf(day));
-    QVERIFY(!AddExtraTime(station, selection, 30));
-    QVERIFY(!clearExtraTime(station, selection));
-    QCOMPARE(tables(), before);
-}
-
-void tst_Slots::extraTimeStatements()
-{
-    m_server->exec(insertBooking(u"23:00"_s, 3, u"b_bookername='A', b_extratime=15"_s) +
-                   insertBooking(u"23:00"_s, 4, u"b_bookername='B', b_extratime=15"_s));
-    ScriptedPrompts prompts({confirmed, confirmed, confirmed});
-    TestStation station(*m_server, prompts);
-    DbConnection{station.database};
-    const QString slot = u" WHERE b_datetime='2026-11-14 23:00:00'AND b_field=3"_s;
-    m_server->startLog();
-    QVERIFY(AddExtraTime(station, drawnDay(saturday, 3, {u">23:00 A"_s}), 45));
-    QCOMPARE(m_server->takeLog(),
-             QStringList({u"SELECT * FROM tbl_booking"_s + slot, u"UPDATE tbl_booking SET b_extratime=45"_s + slot,
-                          remarkSql(u" for player adding 45 minutes more "_s, u"extra time"_s, u"23:00"_s, 3)}));
-    const QString extraTimes = u"SELECT b_field, b_extratime FROM tbl_booking ORDER BY b_field"_s;
-    QCOMPARE(m_server->rows(extraTimes), QStringList({u"3|45"_s, u"4|15"_s}));
-    m_server->startLog();
-    QVERIFY(clearExtraTime(station, drawnDay(saturday, 3, {u">23:00 A"_s, u"24:00 +45"_s})));
-    QCOMPARE(m_server->takeLog(),
-             QStringList({u"UPDATE tbl_booking SET b_extratime=0"_s + slot,
-                          remarkSql(u" do not want extratime."_s, u"delete extra time"_s, u"23:00"_s, 3)}));
-    QCOMPARE(m_server->rows(extraTimes), QStringList({u"3|0"_s, u"4|15"_s}));
-
-    // The booking has vanished since the grid was drawn: nothing is said and nothing written.
-    m_server->exec(u"DELETE FROM tbl_booking WHERE b_field=3"_s);
-    const QStringList before = tables();
-    AddExtraTime(station, drawnDay(saturday, 3, {u">23:00 A"_s}), 15);
-    QCOMPARE(tables(), before);
-}
-
-void tst_Slots::rateChangeIsRefused_data()
-{
-    drawnRows({"row", "script"}, uR"(
-        free                | >18:00             | refuse: You cannot set empty slot
-        paid                | >18:00 A paid 1.00 | refuse: The slot already paid
-        nobody confirms     | >18:00 A           | verify -> nobody
-        staff is not enough | >18:00 A           | verify -> anna staff; inform: Only an administrator can change the rate of a slot.
-    )"_s);
-}
-
-void tst_Slots::rateChangeIsRefused()
-{
-    QFETCH(QString, row);
-    QFETCH(QString, script);
-    m_server->exec(insertBooking(u"18:00"_s, 3, u"b_bookername='A'"_s));
-    const QStringList before = tables();
-    ScriptedPrompts prompts(listOf(script));
-    TestStation station(*m_server, prompts);
-    QVERIFY(!changeRateType(station, drawnDay(saturday, 3, {row}), u"member"_s));
-    QCOMPARE(tables(), before);
-}
-
-void tst_Slots::rateChangeStatements()
-{
-    m_server->exec(insertBooking(u"24:00"_s, 3, u"b_bookername='O\\'Neil', b_specialrate='student'"_s));
-    ScriptedPrompts prompts;
-    TestStation station(*m_server, prompts);
-    DbConnection{station.database};
-    for (const QString &rate : {u"specialgroup2"_s, u""_s}) {
-        prompts.expect({u"verify -> anna admin"_s});
-        m_server->startLog();
-        QVERIFY(changeRateType(station, drawnDay(saturday, 3, {u">24:00 O'Neil"_s}), rate));
-        QCOMPARE(m_server->takeLog(), QStringList({u"UPDATE tbl_booking SET b_specialrate='"_s + rate +
-                                                       u"' where b_datetime='2026-11-14 24:00:00' AND b_field=3"_s,
-                                                   remarkSql(u" set "_s + rate + u" rate for O\\'Neil 24:00"_s,
-                                                             u"change rate"_s, u"24:00"_s, 3)}));
-        QCOMPARE(m_server->rows(u"SELECT b_specialrate FROM tbl_booking"_s), QStringList{rate});
-    }
-}
-
-void tst_Slots::rates_data()
-{
-    drawnRows({"day", "field", "hour", "rateType", "rate"}, uR"(
-        first hour     | 2026-11-14 | 3 | 8  |               | 60.5
-        last hour      | 2026-11-14 | 3 | 17 |               | 60.5
-        next band      | 2026-11-14 | 3 | 18 |               | 80
-        before         | 2026-11-14 | 3 | 7  |               | 0
-        midnight is 0  | 2026-11-14 | 3 | 24 |               | 90
-        after midnight | 2026-11-14 | 3 | 2  |               | 90
-        member         | 2026-11-14 | 3 | 18 | member        | 40
-        no such rate   | 2026-11-14 | 3 | 18 | specialgroup4 | 0
-        other field    | 2026-11-14 | 4 | 18 |               | 0
-        Sunday         | 2026-11-15 | 3 | 18 |               | 0
-    )"_s);
-}
-
-void tst_Slots::rates()
-{
-    const QString row =
-        u"INSERT INTO tbl_rate SET r_day='Saturday', r_field=3, r_special='%1', r_timestart=%2, r_timestop=%3, "
-        "r_rate=%4; "_s;
-    m_server->exec(row.arg(u""_s, u"8"_s, u"17"_s, u"60.5"_s) + row.arg(u""_s, u"18"_s, u"23"_s, u"80"_s) +
-                   row.arg(u""_s, u"0"_s, u"2"_s, u"90"_s) + row.arg(u"member"_s, u"8"_s, u"23"_s, u"40"_s));
-    QFETCH(QString, day);
-    QFETCH(QString, field);
-    QFETCH(QString, hour);
-    QFETCH(QString, rateType);
-    Database database(m_server->connectionString());
-    DbConnection{database};
-    m_server->startLog();
-    const double rate = CalcFieldRate(database, field.toShort(), hour.toShort(), rateDayName(day), rateType);
-    QTEST(QString::number(rate), "rate");
-    const QString hourText = hour == u"24" ? u"0"_s : hour;
-    QCOMPARE(m_server->takeLog(), QStringList{u"SELECT * from tbl_rate where r_day LIKE \""_s +
-                                              (day == saturday ? u"Saturday"_s : u"Sunday"_s) + u"\" AND r_field="_s +
-                                              field + u" AND r_special = \""_s + rateType + u"\" AND r_timestart<="_s +
-                                              hourText + u" and r_timestop>="_s + hourText});
-}
 
 QTEST_GUILESS_MAIN(tst_Slots)
 #include "tst_Slots.moc"

@@ -1,11 +1,8 @@
 #include "booking/BlockBooking.h"
 #include "support/DrawnRows.h"
-#include "support/ScriptedPrompts.h"
 #include "support/TestStation.h"
 
 #include <QTest>
-
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -31,341 +28,270 @@ class tst_WaitingAndPaste : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { m_server = std::make_unique<PrivateServer>(); }
-    void init();
+    void init()
+    {
+        m_server.freshDatabase();
+        m_server.exec(
+            u"CREATE TABLE tbl_booking_clipboard2 LIKE tbl_booking_clipboard1;"
+            "INSERT INTO tbl_booking SET b_datetime='2026-11-14 24:00:00', b_field=8, b_bookername='O\\'Neil %1 😀', "
+            "b_bookerorg='it\\'s', b_bookertel='5\\'5', b_specialrate='member';"
+            "INSERT INTO tbl_booking SET b_datetime='2026-11-14 18:00:00', b_field=8, b_bookername='Standing';"
+            "INSERT INTO tbl_booking SET b_datetime='2026-11-28 19:00:00', b_field=8, b_bookername='Standing';"
+            "INSERT INTO tbl_waitlist SET w_id=11, w_datetime='2026-11-14 19:00:00', w_field=2, "
+            "w_bookername='Wait\\'er', w_bookerorg='WO', w_bookertel='77', w_specialrate='student', "
+            "w_staffname='ben';"
+            "INSERT INTO tbl_waitlist SET w_id=12, w_datetime='2026-11-14 24:00:00', w_field=2, w_bookername='Late';"
+            "INSERT INTO tbl_waitlist SET w_id=13, w_datetime='2026-11-14 19:00:00', w_field=3, w_bookername='Other';"
+            "INSERT INTO tbl_waitlist SET w_id=14, w_datetime='2026-11-15 19:00:00', w_field=2, w_bookername='Day';"
+            "INSERT INTO tbl_waitlist SET w_id=15, w_datetime='2026-11-14 19:00:00', w_field=2, w_bookername='Next'"_s);
+    }
 
-    void waitingList();
-    void wantedHoursOfTheDay();
-    void deletingAnEntry_data();
-    void deletingAnEntry();
-    void copyIsRefused_data();
-    void copyIsRefused();
-    void copyAndPaste();
-    void copyGivesItsLockBack();
-    void cutAndPaste();
-    void nothingToPaste_data();
-    void nothingToPaste();
-    void pasteIsNotConfirmed();
-    void block();
-    void blockFromTheWaitingList();
-    void blockEndsWithADatabaseError();
+    void waitingList()
+    {
+        QCOMPARE(wantedHours({23, 1}), std::vector<QString>({u"23:00:00"_s, u"24:00:00"_s, u"01:00:00"_s}));
+        Database database(m_server.connectionString());
+        QCOMPARE(ids(waitingFor(database, {saturday, u"19:00"_s, 2})), QStringList({u"11 Wait'er"_s, u"15 Next"_s}));
+        QVERIFY(waitingFor(database, {saturday, u"18:00"_s, 2}).empty());
+        m_server.startLog();
+        addWaitingEntry(database, u"an'na"_s, saturday, u"24:00:00"_s, 2, {u"O'Neil"_s, u"'"_s, u"5'5"_s, u"member"_s});
+        const auto entries = readWaitingList(database, saturday, 2);
+        QCOMPARE(m_server.takeLog(),
+                 QStringList({u"INSERT INTO tbl_waitlist SET w_datetime='2026-11-14 24:00:00', w_bookertel='5\\'5', "
+                              "w_bookerorg='\\'', w_bookername='O\\'Neil', w_field=2, w_specialrate='member', "
+                              "w_staffname='an\\'na'"_s,
+                              u"SELECT * from tbl_waitlist WHERE w_datetime LIKE '2026-11-14%' AND w_field='2'"_s}));
+        QStringList found = ids(entries);
+        found.sort();
+        QCOMPARE(found, QStringList({u"11 Wait'er"_s, u"12 Late"_s, u"15 Next"_s, u"16 O'Neil"_s}));
+        const Booker waiter{u"Wait'er"_s, u"WO"_s, u"77"_s, u"student"_s};
+        for (const WaitingEntry &entry : entries)
+            if (entry.id == u"11")
+                QCOMPARE(entry, (WaitingEntry{u"11"_s, waiter, u"2026-11-14 19:00:00"_s, 2, u"ben"_s}));
+    }
+
+    void deletingAnEntry()
+    {
+        const QString question = u"confirm: Confirm delete? [Important] -> "_s;
+        TestStation station(
+            m_server, {question + u"no"_s, question + u"yes"_s, u"verify -> nobody"_s, question + u"yes"_s, confirmed});
+        m_server.startLog();
+        QVERIFY(!deleteWaitingEntry(station, u"12"_s));
+        QVERIFY(!deleteWaitingEntry(station, u"12"_s));
+        QVERIFY(deleteWaitingEntry(station, u"12"_s));
+        QCOMPARE(m_server.takeLog(), QStringList{u"DELETE FROM tbl_waitlist where w_id='12'"_s});
+        QVERIFY(!waiting().contains(u"12"_s));
+    }
+
+    void copyIsRefused_data()
+    {
+        drawnRows(uR"(
+            no row            | 18:00 A                 | refuse: You cannot copy empty slot
+            free              | >18:00                  | refuse: You cannot copy empty slot
+            extra time        | 18:00 A; >19:00 +30     | refuse: The slot is an extra time of previous slot, use the previous slot to copy
+            shared            | >18:00 Shared Booking   | refuse: You cannot copy shared booking
+            partially         | >18:00 Partially Shared | refuse: You cannot copy shared booking
+            cleared meanwhile | >09:00 A                | refuse: You cannot copy empty slot
+        )"_s);
+    }
+
+    void copyIsRefused()
+    {
+        const auto [day, script] = cells<2>();
+        TestStation station(m_server, {script});
+        QVERIFY(!copySlot(station, station.clipboard, drawnDay(saturday, 8, listOf(day))));
+        QCOMPARE(station.clipboard.source(), ClipboardSource::Nothing);
+        QCOMPARE(m_server.rows(u"SELECT * FROM tbl_booking_clipboard1"_s), QStringList());
+    }
+
+    void copyAndPaste()
+    {
+        TestStation station(m_server, {confirmed, u"refuse: You cannot book previous entry"_s, taken}, 2);
+        TestStation other(m_server);
+        station.clipboard.fromWaitingList = true;
+        m_server.startLog();
+        QVERIFY(copySlot(station, station.clipboard, drawnDay(saturday, 8, {u">24:00 O'Neil"_s})));
+        QCOMPARE(m_server.takeLog(),
+                 QStringList({u"TRUNCATE TABLE tbl_booking_clipboard2"_s,
+                              u"SELECT * FROM tbl_booking where b_datetime='2026-11-14 24:00:00' AND b_field=8"_s,
+                              u"LOCK TABLES tbl_booking_clipboard2 WRITE"_s,
+                              u"INSERT INTO tbl_booking_clipboard2 SET b_datetime='2026-11-14 24:00:00', "
+                              "b_bookertel='5\\'5', b_bookerorg='it\\'s', b_bookername='O\\'Neil %1 "
+                              "\\xF0\\x9F\\x98\\x80', b_field=8, "
+                              "b_specialrate='member'"_s, // as the log's own table holds it
+                              u"UNLOCK TABLES"_s}));
+        QVERIFY(!station.clipboard.fromWaitingList);
+        // Another counter's copy does not get in the way, nor does the clearing of what was copied.
+        QVERIFY(copySlot(other, other.clipboard, drawnDay(saturday, 8, {u">18:00 Standing"_s})));
+        m_server.exec(u"DELETE FROM tbl_booking WHERE b_datetime LIKE '%24:00:00'"_s);
+
+        m_server.startLog();
+        QVERIFY(pasteSelection(station, station.clipboard,
+                               drawnDay(u"2026-11-14"_s, 8, {u">18:00"_s, u">20:00"_s, u">13:00"_s, u">24:00"_s})));
+        QCOMPARE(m_server.takeLog().first(),
+                 u"SELECT * FROM tbl_booking_clipboard2 where b_datetime='2026-11-14 24:00:00' AND b_field=8"_s);
+        QCOMPARE(bookings(), QStringList({u"2026-11-14 20:00:00|8|O'Neil %1 😀|it's|5'5|member"_s,
+                                          u"2026-11-14 24:00:00|8|O'Neil %1 😀|it's|5'5|member"_s}));
+        QCOMPARE(m_server.rows(u"SELECT DISTINCT m_job, m_staff FROM tbl_remark"_s), QStringList{u"book|anna"_s});
+        QCOMPARE(waiting().size(), 5);
+    }
+
+    void copyGivesItsLockBack()
+    {
+        m_server.exec(u"UPDATE tbl_booking SET b_bookername='broken \\\\' WHERE b_bookername<>'Standing'"_s);
+        TestStation station(m_server);
+        QVERIFY_EXCEPTION_THROWN(copySlot(station, station.clipboard, drawnDay(saturday, 8, {u">24:00 broken"_s})),
+                                 DbError);
+        QCOMPARE(station.clipboard.source(), ClipboardSource::Nothing);
+        // A lock left behind would bar this connection from every other table.
+        QVERIFY(copySlot(station, station.clipboard, drawnDay(saturday, 8, {u">18:00 Standing"_s})));
+    }
+
+    void cutAndPaste()
+    {
+        TestStation station(m_server, {u"refuse: You cannot copy empty slot"_s, u"verify -> nobody"_s,
+                                       u"verify -> boss admin"_s, taken});
+        QVERIFY(!cutWaitingEntry(station, station.clipboard, QString()));
+        m_server.exec(u"INSERT INTO tbl_waitlist_clipboard SET w_bookername='old'"_s);
+        m_server.startLog();
+        QVERIFY(cutWaitingEntry(station, station.clipboard, u"11"_s));
+        QCOMPARE(
+            m_server.takeLog(),
+            QStringList({u"DELETE FROM tbl_waitlist_clipboard WHERE w_id>0"_s,
+                         u"SELECT * FROM tbl_waitlist where w_id='11'"_s,
+                         u"INSERT INTO tbl_waitlist_clipboard SET w_datetime='2026-11-14 19:00:00', w_bookertel='77', "
+                         "w_bookerorg='WO', w_bookername='Wait\\'er', w_field=2, w_specialrate='student', "
+                         "w_staffname='ben'"_s}));
+        QCOMPARE(station.clipboard.source(), ClipboardSource::WaitingList);
+        QVERIFY(waiting().contains(u"11"_s));
+
+        QVERIFY(!pasteSelection(station, station.clipboard, drawnDay(saturday, 7, {u">20:00"_s})));
+        QCOMPARE(bookings().size(), 1);
+        // Refused on 18:00, taken off the list by 19:00, and an ordinary booking on 20:00.
+        m_server.startLog();
+        QVERIFY(
+            pasteSelection(station, station.clipboard, drawnDay(saturday, 8, {u">18:00"_s, u">19:00"_s, u">20:00"_s})));
+        const QStringList log = m_server.takeLog();
+        QCOMPARE(log.first(), u"SELECT * FROM tbl_waitlist_clipboard"_s);
+        QCOMPARE(log.filter(u"DELETE"_s), QStringList{u"DELETE FROM tbl_waitlist where w_id='11'"_s});
+        QCOMPARE(bookings().mid(1), QStringList({u"2026-11-14 19:00:00|8|Wait'er|WO|77|student"_s,
+                                                 u"2026-11-14 20:00:00|8|Wait'er|WO|77|student"_s}));
+        QCOMPARE(waiting(), QStringList({u"12"_s, u"13"_s, u"14"_s, u"15"_s}));
+        QCOMPARE(station.clipboard.source(), ClipboardSource::Nothing);
+        QCOMPARE(m_server.rows(u"SELECT DISTINCT m_staff FROM tbl_remark"_s), QStringList{u"boss"_s});
+    }
+
+    void nothingToPaste_data()
+    {
+        drawnRows(uR"(
+            nothing was copied    |      | DO 0
+            copy has vanished     | copy | TRUNCATE TABLE tbl_booking_clipboard1
+            cut has vanished      | cut  | DELETE FROM tbl_waitlist_clipboard
+            entry left the list   | cut  | UPDATE tbl_waitlist SET w_id=99 WHERE w_id=11
+            another counter cut   | cut  | UPDATE tbl_waitlist_clipboard SET w_bookername='Late'
+            the same booker twice | cut  | UPDATE tbl_waitlist_clipboard SET w_datetime='2026-11-14 20:00:00'
+        )"_s);
+    }
+
+    void nothingToPaste()
+    {
+        const auto [from, meanwhile] = cells<2>();
+        // Staff are told, once for the paste and once, confirmed, for the block.
+        TestStation station(m_server, {u"inform"_s, confirmed, u"inform"_s});
+        if (from == u"copy")
+            QVERIFY(copySlot(station, station.clipboard, drawnDay(saturday, 8, {u">24:00 O'Neil"_s})));
+        if (from == u"cut")
+            QVERIFY(cutWaitingEntry(station, station.clipboard, u"11"_s));
+        m_server.exec(meanwhile);
+        const QStringList before = bookings();
+        const DaySelection target = drawnDay(saturday, 7, {u">20:00"_s});
+        QVERIFY(!pasteSelection(station, station.clipboard, target));
+        std::vector<BlockBookingHour> results;
+        bookBlock(
+            station, station.clipboard, target, 4, [](int) { QFAIL("Nothing was booked, so no week is over"); },
+            results);
+        QVERIFY(results.empty());
+        QCOMPARE(bookings(), before);
+        QCOMPARE(waiting().size(), 5);
+    }
+
+    void block()
+    {
+        TestStation station(m_server, {confirmed});
+        station.setNow(u"2026-11-14 19:59:59"_s);
+        QVERIFY(copySlot(station, station.clipboard, drawnDay(saturday, 8, {u">24:00 O'Neil"_s})));
+        std::vector<BlockBookingHour> results;
+        QList<int> weeks;
+        bookBlock(
+            station, station.clipboard, drawnDay(saturday, 8, {u">18:00"_s, u">19:00"_s, u">02:00"_s}), 8,
+            [&](int week) { weeks << week; }, results);
+        QCOMPARE(weeks, QList<int>({1, 2, 3, 4, 5, 6, 7, 8}));
+        QStringList booked;
+        QStringList refused;
+        for (const auto &hour : results)
+            (hour.outcome == BookingOutcome::Booked ? booked : refused)
+                << hour.date + u' ' + hour.hour + u' ' + refusalText(hour.outcome);
+        QCOMPARE(results.size(), 24U);
+        QCOMPARE(refused, QStringList({u"2026-11-14 18:00 You cannot book previous entry"_s,
+                                       u"2026-11-28 19:00 The field already being booked"_s}));
+        QCOMPARE(booked.mid(0, 2), QStringList({u"2026-11-14 19:00 "_s, u"2026-11-14 02:00 "_s}));
+        QCOMPARE(booked.last(), u"2027-01-02 02:00 "_s);
+        QCOMPARE(
+            m_server.rows(u"SELECT COUNT(*), COUNT(DISTINCT LEFT(b_datetime, 10)), MIN(b_specialrate) FROM tbl_booking "
+                          "WHERE b_bookername='O\\'Neil %1 😀' AND b_datetime NOT LIKE '%24:00:00'"_s),
+            QStringList{u"22|8|member"_s});
+    }
+
+    void blockFromTheWaitingList()
+    {
+        TestStation station(m_server, {u"verify -> nobody"_s, confirmed});
+        QVERIFY(cutWaitingEntry(station, station.clipboard, u"11"_s));
+        std::vector<BlockBookingHour> results;
+        const DaySelection selection = drawnDay(saturday, 8, {u">18:00"_s, u">20:00"_s});
+        bookBlock(
+            station, station.clipboard, selection, 4, [](int) {}, results);
+        QVERIFY(results.empty());
+        m_server.startLog();
+        bookBlock(
+            station, station.clipboard, selection, 4, [](int) {}, results);
+        // Only the first booking takes the entry off the list, and each week reads the booker anew.
+        const QStringList log = m_server.takeLog();
+        QCOMPARE(log.count(u"DELETE FROM tbl_waitlist where w_id='11'"_s), 1);
+        QCOMPARE(log.count(u"SELECT * FROM tbl_waitlist_clipboard"_s), 4);
+        QCOMPARE(results.size(), 8U);
+        QCOMPARE(bookings().filter(u"Wait'er|WO|77|student"_s).size(), 7);
+        QVERIFY(!waiting().contains(u"11"_s));
+    }
+
+    void blockEndsWithADatabaseError()
+    {
+        TestStation station(m_server, {confirmed});
+        QVERIFY(copySlot(station, station.clipboard, drawnDay(saturday, 8, {u">24:00 O'Neil"_s})));
+        std::vector<BlockBookingHour> results;
+        const auto cutAfterTwoWeeks = [&](int week) {
+            if (week == 2)
+                m_server.stop();
+        };
+        QVERIFY_EXCEPTION_THROWN(
+            bookBlock(station, station.clipboard, drawnDay(saturday, 8, {u">20:00"_s}), 4, cutAfterTwoWeeks, results),
+            DbError);
+        m_server.start();
+        QCOMPARE(results.size(), 2U);
+        QCOMPARE(bookings().size(), 3);
+    }
 
 private:
     [[nodiscard]] QStringList bookings() const
     {
-        return m_server->rows(u"SELECT b_datetime, b_field, b_bookername, b_bookerorg, b_bookertel, b_specialrate "
-                              "FROM tbl_booking WHERE b_bookername<>'Standing' ORDER BY b_id"_s);
+        return m_server.rows(u"SELECT b_datetime, b_field, b_bookername, b_bookerorg, b_bookertel, b_specialrate "
+                             "FROM tbl_booking WHERE b_bookername<>'Standing' ORDER BY b_id"_s);
     }
     [[nodiscard]] QStringList waiting() const
     {
-        return m_server->rows(u"SELECT w_id FROM tbl_waitlist ORDER BY w_id"_s);
+        return m_server.rows(u"SELECT w_id FROM tbl_waitlist ORDER BY w_id"_s);
     }
 
-    std::unique_ptr<PrivateServer> m_server;
+    PrivateServer m_server;
 };
-
-void tst_WaitingAndPaste::init()
-{
-    m_server->freshDatabase();
-    m_server->exec(
-        u"CREATE TABLE tbl_booking_clipboard2 LIKE tbl_booking_clipboard1;"
-        "INSERT INTO tbl_booking SET b_datetime='2026-11-14 24:00:00', b_field=8, b_bookername='O\\'Neil %1 😀', "
-        "b_bookerorg='it\\'s', b_bookertel='5\\'5', b_specialrate='member';"
-        "INSERT INTO tbl_booking SET b_datetime='2026-11-14 18:00:00', b_field=8, b_bookername='Standing';"
-        "INSERT INTO tbl_booking SET b_datetime='2026-11-28 19:00:00', b_field=8, b_bookername='Standing';"
-        "INSERT INTO tbl_waitlist SET w_id=11, w_datetime='2026-11-14 19:00:00', w_field=2, "
-        "w_bookername='Wait\\'er', w_bookerorg='WO', w_bookertel='77', w_specialrate='student', "
-        "w_staffname='ben';"
-        "INSERT INTO tbl_waitlist SET w_id=12, w_datetime='2026-11-14 24:00:00', w_field=2, w_bookername='Late';"
-        "INSERT INTO tbl_waitlist SET w_id=13, w_datetime='2026-11-14 19:00:00', w_field=3, w_bookername='Other';"
-        "INSERT INTO tbl_waitlist SET w_id=14, w_datetime='2026-11-15 19:00:00', w_field=2, w_bookername='Day';"
-        "INSERT INTO tbl_waitlist SET w_id=15, w_datetime='2026-11-14 19:00:00', w_field=2, w_bookername='Next'"_s);
-}
-
-void tst_WaitingAndPaste::waitingList()
-{
-    Database database(m_server->connectionString());
-    QCOMPARE(ids(waitingFor(database, {saturday, u"19:00"_s, 2})), QStringList({u"11 Wait'er"_s, u"15 Next"_s}));
-    QVERIFY(waitingFor(database, {saturday, u"18:00"_s, 2}).empty());
-    m_server->startLog();
-    addWaitingEntry(database, u"an'na"_s, saturday, u"24:00:00"_s, 2, {u"O'Neil"_s, u"'"_s, u"5'5"_s, u"member"_s});
-    const auto entries = readWaitingList(database, saturday, 2);
-    QCOMPARE(m_server->takeLog(),
-             QStringList({u"INSERT INTO tbl_waitlist SET w_datetime='2026-11-14 24:00:00', w_bookertel='5\\'5', "
-                          "w_bookerorg='\\'', w_bookername='O\\'Neil', w_field=2, w_specialrate='member', "
-                          "w_staffname='an\\'na'"_s,
-                          u"SELECT * from tbl_waitlist WHERE w_datetime LIKE '2026-11-14%' AND w_field='2'"_s}));
-    QStringList found = ids(entries);
-    found.sort();
-    QCOMPARE(found, QStringList({u"11 Wait'er"_s, u"12 Late"_s, u"15 Next"_s, u"16 O'Neil"_s}));
-    for (const WaitingEntry &entry : entries)
-        if (entry.id == u"11")
-            QCOMPARE(
-                entry,
-                (WaitingEntry{
-                    u"11"_s, {u"Wait'er"_s, u"WO"_s, u"77"_s, u"student"_s}, u"2026-11-14 19:00:00"_s, 2, u"ben"_s}));
-}
-
-void tst_WaitingAndPaste::wantedHoursOfTheDay()
-{
-    QCOMPARE(wantedHours({21, 2}), std::vector<QString>({u"21:00:00"_s, u"22:00:00"_s, u"23:00:00"_s, u"24:00:00"_s,
-                                                         u"01:00:00"_s, u"02:00:00"_s}));
-    QCOMPARE(wantedHours({23, 0}), std::vector<QString>({u"23:00:00"_s, u"24:00:00"_s}));
-}
-
-void tst_WaitingAndPaste::deletingAnEntry_data()
-{
-    drawnRows({"script", "deleted"}, uR"(
-        no              | confirm: Confirm delete? [Important] -> no                        | no
-        nobody confirms | confirm: Confirm delete? [Important] -> yes; verify -> nobody     | no
-        yes             | confirm: Confirm delete? [Important] -> yes; verify -> anna staff | yes
-    )"_s);
-}
-
-void tst_WaitingAndPaste::deletingAnEntry()
-{
-    QFETCH(QString, script);
-    ScriptedPrompts prompts(listOf(script));
-    TestStation station(*m_server, prompts);
-    DbConnection{station.database};
-    m_server->startLog();
-    const bool deleted = deleteWaitingEntry(station, u"12"_s);
-    QTEST(deleted ? u"yes"_s : u"no"_s, "deleted");
-    QCOMPARE(m_server->takeLog(), deleted ? QStringList{u"DELETE FROM tbl_waitlist where w_id='12'"_s} : QStringList());
-    QCOMPARE(waiting().contains(u"12"_s), !deleted);
-}
-
-void tst_WaitingAndPaste::copyIsRefused_data()
-{
-    drawnRows({"day", "script"}, uR"(
-        no row            | 18:00 A                 | refuse: You cannot copy empty slot
-        free              | >18:00                  | refuse: You cannot copy empty slot
-        extra time        | 18:00 A; >19:00 +30     | refuse: The slot is an extra time of previous slot, use the previous slot to copy
-        shared            | >18:00 Shared Booking   | refuse: You cannot copy shared booking
-        partially         | >18:00 Partially Shared | refuse: You cannot copy shared booking
-        cleared meanwhile | >09:00 A                | refuse: You cannot copy empty slot
-    )"_s);
-}
-
-void tst_WaitingAndPaste::copyIsRefused()
-{
-    QFETCH(QString, day);
-    QFETCH(QString, script);
-    ScriptedPrompts prompts({script});
-    TestStation station(*m_server, prompts);
-    BookingClipboard clipboard;
-    QVERIFY(!copySlot(station, clipboard, drawnDay(saturday, 8, listOf(day))));
-    QCOMPARE(clipboard.source(), ClipboardSource::Nothing);
-    QCOMPARE(m_server->rows(u"SELECT * FROM tbl_booking_clipboard1"_s), QStringList());
-}
-
-void tst_WaitingAndPaste::copyAndPaste()
-{
-    ScriptedPrompts prompts({confirmed, u"refuse: You cannot book previous entry"_s, taken});
-    TestStation station(*m_server, prompts, 2);
-    ScriptedPrompts otherPrompts;
-    TestStation other(*m_server, otherPrompts, 1);
-    DbConnection{station.database};
-    BookingClipboard clipboard;
-    clipboard.fromWaitingList = true;
-    m_server->startLog();
-    QVERIFY(copySlot(station, clipboard, drawnDay(saturday, 8, {u">24:00 O'Neil"_s})));
-    QCOMPARE(
-        m_server->takeLog(),
-        QStringList(
-            {u"TRUNCATE TABLE tbl_booking_clipboard2"_s,
-             u"SELECT * FROM tbl_booking where b_datetime='2026-11-14 24:00:00' AND b_field=8"_s,
-             u"LOCK TABLES tbl_booking_clipboard2 WRITE"_s,
-             u"INSERT INTO tbl_booking_clipboard2 SET b_datetime='2026-11-14 24:00:00', "
-             "b_bookertel='5\\'5', b_bookerorg='it\\'s', b_bookername='O\\'Neil %1 \\xF0\\x9F\\x98\\x80', b_field=8, "
-             "b_specialrate='member'"_s, // as the log's own table holds it
-             u"UNLOCK TABLES"_s}));
-    QVERIFY(!clipboard.fromWaitingList);
-    // Another counter's copy does not get in the way, nor does the clearing of what was copied.
-    BookingClipboard otherClipboard;
-    QVERIFY(copySlot(other, otherClipboard, drawnDay(saturday, 8, {u">18:00 Standing"_s})));
-    m_server->exec(u"DELETE FROM tbl_booking WHERE b_datetime LIKE '%24:00:00'"_s);
-
-    m_server->startLog();
-    QVERIFY(pasteSelection(station, clipboard,
-                           drawnDay(u"2026-11-14"_s, 8, {u">18:00"_s, u">20:00"_s, u">13:00"_s, u">24:00"_s})));
-    QCOMPARE(m_server->takeLog().first(),
-             u"SELECT * FROM tbl_booking_clipboard2 where b_datetime='2026-11-14 24:00:00' AND b_field=8"_s);
-    QCOMPARE(bookings(), QStringList({u"2026-11-14 20:00:00|8|O'Neil %1 😀|it's|5'5|member"_s,
-                                      u"2026-11-14 24:00:00|8|O'Neil %1 😀|it's|5'5|member"_s}));
-    QCOMPARE(m_server->rows(u"SELECT DISTINCT m_job, m_staff FROM tbl_remark"_s), QStringList{u"book|anna"_s});
-    QCOMPARE(waiting().size(), 5);
-}
-
-void tst_WaitingAndPaste::copyGivesItsLockBack()
-{
-    m_server->exec(u"UPDATE tbl_booking SET b_bookername='broken \\\\' WHERE b_bookername<>'Standing'"_s);
-    ScriptedPrompts prompts;
-    TestStation station(*m_server, prompts);
-    BookingClipboard clipboard;
-    QVERIFY_EXCEPTION_THROWN(copySlot(station, clipboard, drawnDay(saturday, 8, {u">24:00 broken"_s})), DbError);
-    QCOMPARE(clipboard.source(), ClipboardSource::Nothing);
-    // A lock left behind would bar this connection from every other table.
-    QVERIFY(copySlot(station, clipboard, drawnDay(saturday, 8, {u">18:00 Standing"_s})));
-}
-
-void tst_WaitingAndPaste::cutAndPaste()
-{
-    ScriptedPrompts prompts({u"refuse: You cannot copy empty slot"_s, u"verify -> boss admin"_s, taken});
-    TestStation station(*m_server, prompts);
-    BookingClipboard clipboard;
-    QVERIFY(!cutWaitingEntry(station, clipboard, QString()));
-    m_server->exec(u"INSERT INTO tbl_waitlist_clipboard SET w_bookername='old'"_s);
-    m_server->startLog();
-    QVERIFY(cutWaitingEntry(station, clipboard, u"11"_s));
-    QCOMPARE(m_server->takeLog(),
-             QStringList({u"DELETE FROM tbl_waitlist_clipboard WHERE w_id>0"_s,
-                          u"SELECT * FROM tbl_waitlist where w_id='11'"_s,
-                          u"INSERT INTO tbl_waitlist_clipboard SET w_datetime='2026-11-14 19:00:00', w_bookertel='77', "
-                          "w_bookerorg='WO', w_bookername='Wait\\'er', w_field=2, w_specialrate='student', "
-                          "w_staffname='ben'"_s}));
-    QCOMPARE(clipboard.source(), ClipboardSource::WaitingList);
-    QVERIFY(waiting().contains(u"11"_s));
-
-    // Refused on 18:00, taken off the list by 19:00, and an ordinary booking on 20:00.
-    m_server->startLog();
-    QVERIFY(pasteSelection(station, clipboard, drawnDay(saturday, 8, {u">18:00"_s, u">19:00"_s, u">20:00"_s})));
-    const QStringList log = m_server->takeLog();
-    QCOMPARE(log.first(), u"SELECT * FROM tbl_waitlist_clipboard"_s);
-    QCOMPARE(log.filter(u"DELETE"_s), QStringList{u"DELETE FROM tbl_waitlist where w_id='11'"_s});
-    QCOMPARE(bookings().mid(1), QStringList({u"2026-11-14 19:00:00|8|Wait'er|WO|77|student"_s,
-                                             u"2026-11-14 20:00:00|8|Wait'er|WO|77|student"_s}));
-    QCOMPARE(waiting(), QStringList({u"12"_s, u"13"_s, u"14"_s, u"15"_s}));
-    QCOMPARE(clipboard.source(), ClipboardSource::Nothing);
-    QCOMPARE(m_server->rows(u"SELECT DISTINCT m_staff FROM tbl_remark"_s), QStringList{u"boss"_s});
-}
-
-void tst_WaitingAndPaste::nothingToPaste_data()
-{
-    drawnRows({"from", "meanwhile"}, uR"(
-        nothing was copied    |      | DO 0
-        copy has vanished     | copy | TRUNCATE TABLE tbl_booking_clipboard1
-        cut has vanished      | cut  | DELETE FROM tbl_waitlist_clipboard
-        entry left the list   | cut  | UPDATE tbl_waitlist SET w_id=99 WHERE w_id=11
-        another counter cut   | cut  | UPDATE tbl_waitlist_clipboard SET w_bookername='Late'
-        the same booker twice | cut  | UPDATE tbl_waitlist_clipboard SET w_datetime='2026-11-14 20:00:00'
-    )"_s);
-}
-
-void tst_WaitingAndPaste::nothingToPaste()
-{
-    QFETCH(QString, from);
-    QFETCH(QString, meanwhile);
-    // Staff are told in so many words; which ones is the program's own affair.
-    class CountingPrompts : public ScriptedPrompts
-    {
-    public:
-        using ScriptedPrompts::ScriptedPrompts;
-        void inform(const QString &) override { ++told; }
-        int told = 0;
-    };
-    CountingPrompts prompts(QStringList{confirmed}); // the block's
-    TestStation station(*m_server, prompts);
-    BookingClipboard clipboard;
-    if (from == u"copy")
-        QVERIFY(copySlot(station, clipboard, drawnDay(saturday, 8, {u">24:00 O'Neil"_s})));
-    if (from == u"cut")
-        QVERIFY(cutWaitingEntry(station, clipboard, u"11"_s));
-    m_server->exec(meanwhile);
-    const QStringList before = bookings();
-    const DaySelection target = drawnDay(saturday, 7, {u">20:00"_s});
-    QVERIFY(!pasteSelection(station, clipboard, target));
-    QCOMPARE(prompts.told, 1);
-    std::vector<BlockBookingHour> results;
-    bookBlock(
-        station, clipboard, target, 4, [](int) { QFAIL("Nothing was booked, so no week is over"); }, results);
-    QCOMPARE(prompts.told, 2);
-    QVERIFY(results.empty());
-    QCOMPARE(bookings(), before);
-    QCOMPARE(waiting().size(), 5);
-}
-
-void tst_WaitingAndPaste::pasteIsNotConfirmed()
-{
-    ScriptedPrompts prompts({u"verify -> nobody"_s, u"verify -> nobody"_s});
-    TestStation station(*m_server, prompts);
-    BookingClipboard clipboard;
-    QVERIFY(cutWaitingEntry(station, clipboard, u"11"_s));
-    const DaySelection target = drawnDay(saturday, 7, {u">20:00"_s});
-    QVERIFY(!pasteSelection(station, clipboard, target));
-    std::vector<BlockBookingHour> results;
-    bookBlock(
-        station, clipboard, target, 4, [](int) {}, results);
-    QVERIFY(results.empty());
-    QCOMPARE(bookings().size(), 1);
-    QCOMPARE(clipboard.source(), ClipboardSource::WaitingList);
-}
-
-void tst_WaitingAndPaste::block()
-{
-    ScriptedPrompts prompts({confirmed});
-    TestStation station(*m_server, prompts);
-    station.setNow(u"2026-11-14 19:59:59"_s);
-    BookingClipboard clipboard;
-    QVERIFY(copySlot(station, clipboard, drawnDay(saturday, 8, {u">24:00 O'Neil"_s})));
-    std::vector<BlockBookingHour> results;
-    QList<int> weeks;
-    bookBlock(
-        station, clipboard, drawnDay(saturday, 8, {u">18:00"_s, u">19:00"_s, u">02:00"_s}), 8,
-        [&](int week) { weeks << week; }, results);
-    QCOMPARE(weeks, QList<int>({1, 2, 3, 4, 5, 6, 7, 8}));
-    QStringList booked;
-    QStringList refused;
-    for (const auto &hour : results)
-        (hour.outcome == BookingOutcome::Booked ? booked : refused)
-            << hour.date + u' ' + hour.hour + u' ' + refusalText(hour.outcome);
-    QCOMPARE(results.size(), 24U);
-    QCOMPARE(refused, QStringList({u"2026-11-14 18:00 You cannot book previous entry"_s,
-                                   u"2026-11-28 19:00 The field already being booked"_s}));
-    QCOMPARE(booked.mid(0, 3), QStringList({u"2026-11-14 19:00 "_s, u"2026-11-14 02:00 "_s, u"2026-11-21 18:00 "_s}));
-    QCOMPARE(booked.last(), u"2027-01-02 02:00 "_s);
-    QCOMPARE(
-        m_server->rows(u"SELECT COUNT(*), COUNT(DISTINCT LEFT(b_datetime, 10)), MIN(b_specialrate) FROM tbl_booking "
-                       "WHERE b_bookername='O\\'Neil %1 😀' AND b_datetime NOT LIKE '%24:00:00'"_s),
-        QStringList{u"22|8|member"_s});
-}
-
-void tst_WaitingAndPaste::blockFromTheWaitingList()
-{
-    ScriptedPrompts prompts({confirmed});
-    TestStation station(*m_server, prompts);
-    BookingClipboard clipboard;
-    QVERIFY(cutWaitingEntry(station, clipboard, u"11"_s));
-    m_server->startLog();
-    std::vector<BlockBookingHour> results;
-    bookBlock(
-        station, clipboard, drawnDay(saturday, 8, {u">18:00"_s, u">20:00"_s}), 4, [](int) {}, results);
-    // Only the first booking takes the entry off the list, and each week reads the booker anew.
-    const QStringList log = m_server->takeLog();
-    QCOMPARE(log.count(u"DELETE FROM tbl_waitlist where w_id='11'"_s), 1);
-    QCOMPARE(log.count(u"SELECT * FROM tbl_waitlist_clipboard"_s), 4);
-    QCOMPARE(results.size(), 8U);
-    QCOMPARE(bookings().filter(u"Wait'er|WO|77|student"_s).size(), 7);
-    QVERIFY(!waiting().contains(u"11"_s));
-}
-
-void tst_WaitingAndPaste::blockEndsWithADatabaseError()
-{
-    ScriptedPrompts prompts({confirmed});
-    TestStation station(*m_server, prompts);
-    BookingClipboard clipboard;
-    QVERIFY(copySlot(station, clipboard, drawnDay(saturday, 8, {u">24:00 O'Neil"_s})));
-    std::vector<BlockBookingHour> results;
-    const auto cutAfterTwoWeeks = [&](int week) {
-        if (week == 2)
-            m_server->stop();
-    };
-    QVERIFY_EXCEPTION_THROWN(
-        bookBlock(station, clipboard, drawnDay(saturday, 8, {u">20:00"_s}), 4, cutAfterTwoWeeks, results), DbError);
-    m_server->start();
-    QCOMPARE(results.size(), 2U);
-    QCOMPARE(bookings().size(), 3);
-}
 
 QTEST_GUILESS_MAIN(tst_WaitingAndPaste)
 #include "tst_WaitingAndPaste.moc"

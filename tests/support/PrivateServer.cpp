@@ -30,18 +30,11 @@ QString folderOfServers()
 }
 
 // Small files and no waiting for the disk: a server is made for one test program and thrown away.
-const QStringList serverSettings{u"--no-defaults"_s,
-                                 u"--skip-networking"_s,
-                                 u"--skip-name-resolve"_s,
-                                 u"--skip-log-bin"_s,
-                                 u"--performance-schema=off"_s,
-                                 u"--character-set-server=utf8mb4"_s,
-                                 u"--innodb-buffer-pool-size=16M"_s,
-                                 u"--innodb-log-file-size=4M"_s,
-                                 u"--innodb-undo-tablespaces=0"_s,
-                                 u"--innodb-file-per-table=0"_s,
-                                 u"--innodb-flush-log-at-trx-commit=2"_s,
-                                 u"--innodb-flush-method=nosync"_s};
+const QStringList serverSettings =
+    u"--no-defaults --skip-networking --skip-name-resolve --skip-log-bin --performance-schema=off "
+    "--character-set-server=utf8mb4 --innodb-buffer-pool-size=16M --innodb-log-file-size=4M "
+    "--innodb-undo-tablespaces=0 "
+    "--innodb-file-per-table=0 --innodb-flush-log-at-trx-commit=2 --innodb-flush-method=nosync"_s.split(u' ');
 
 QStringList accountOption()
 {
@@ -98,38 +91,26 @@ void removeLeftFolders()
 
 using Connection = std::unique_ptr<MYSQL, decltype(&mysql_close)>;
 
-[[noreturn]] void fail(const Connection &mysql, const QString &sql)
-{
-    throw std::runtime_error("The test's own statement failed: " + std::string(mysql_error(mysql.get())) + ": " +
-                             sql.toStdString());
-}
-
-Connection connectTo(const QString &socket, const char *database)
+// Empty while the server does not answer.
+Connection connectTo(const QString &socket)
 {
     Connection mysql(mysql_init(nullptr), &mysql_close);
     mysql_options(mysql.get(), MYSQL_SET_CHARSET_NAME, "utf8mb4");
-    if (!mysql_real_connect(mysql.get(), nullptr, "root", "", database, 0, socket.toUtf8().constData(),
+    if (!mysql_real_connect(mysql.get(), nullptr, "root", "", nullptr, 0, socket.toUtf8().constData(),
                             CLIENT_MULTI_STATEMENTS))
-        fail(mysql, u"connect"_s);
+        mysql.reset();
     return mysql;
 }
 
-void sendAll(const Connection &mysql, const QString &sql)
+void addRows(QStringList &lines, MYSQL_RES *result)
 {
-    const QByteArray text = sql.toUtf8();
-    int more = mysql_real_query(mysql.get(), text.constData(), static_cast<unsigned long>(text.size()));
-    while (more == 0) {
-        mysql_free_result(mysql_store_result(mysql.get()));
-        more = mysql_next_result(mysql.get());
+    while (char **row = mysql_fetch_row(result)) {
+        QStringList columns;
+        for (unsigned i = 0; i < mysql_num_fields(result); ++i)
+            columns << (row[i] ? QString::fromUtf8(row[i]) : u"NULL"_s);
+        lines << columns.join(u'|');
     }
-    if (more > 0)
-        fail(mysql, sql);
-}
-
-bool answers(const QString &socket)
-{
-    Connection mysql(mysql_init(nullptr), &mysql_close);
-    return mysql_real_connect(mysql.get(), nullptr, "root", "", nullptr, 0, socket.toUtf8().constData(), 0) != nullptr;
+    mysql_free_result(result);
 }
 
 } // namespace
@@ -159,7 +140,7 @@ void PrivateServer::start()
                     serverSettings + accountOption() +
                         QStringList{u"--datadir="_s + m_folder.filePath(u"data"_s), u"--socket="_s + socketPath()});
     const QDeadlineTimer deadline(60'000);
-    while (!answers(socketPath())) {
+    while (!connectTo(socketPath())) {
         if (deadline.hasExpired() || m_process.waitForFinished(0)) {
             QFile log(m_folder.filePath(u"server.log"_s));
             const bool canRead = log.open(QIODevice::ReadOnly);
@@ -203,36 +184,29 @@ void PrivateServer::freshDatabase() const
     QFile schema(QStringLiteral(TAMSORA_SCHEMA));
     if (!schema.open(QIODevice::ReadOnly))
         throw std::runtime_error("There is no " TAMSORA_SCHEMA);
-    sendAll(connectTo(socketPath(), nullptr), u"DROP DATABASE IF EXISTS posdb; CREATE DATABASE posdb; USE posdb; "_s +
-                                                  QString::fromUtf8(schema.readAll()));
+    exec(u"DROP DATABASE IF EXISTS posdb; CREATE DATABASE posdb; USE posdb; "_s + QString::fromUtf8(schema.readAll()));
 }
 
 void PrivateServer::exec(const QString &sql) const
 {
-
-    const Connection mysql = connectTo(socketPath(), nullptr);
-    mysql_select_db(mysql.get(), "posdb"); // there is none before the first freshDatabase()
-    sendAll(mysql, sql);
+    (void)rows(sql);
 }
 
 QStringList PrivateServer::rows(const QString &sql) const
 {
-    const Connection mysql = connectTo(socketPath(), nullptr);
+    const Connection mysql = connectTo(socketPath());
+    if (!mysql)
+        throw std::runtime_error("The test's server does not answer");
     const QByteArray text = sql.toUtf8();
-    mysql_select_db(mysql.get(), "posdb");
-    if (mysql_real_query(mysql.get(), text.constData(), static_cast<unsigned long>(text.size())) != 0)
-        fail(mysql, sql);
-    MYSQL_RES *result = mysql_store_result(mysql.get());
-    if (!result)
-        fail(mysql, sql);
+    mysql_select_db(mysql.get(), "posdb"); // there is none before the first freshDatabase()
     QStringList lines;
-    while (char **row = mysql_fetch_row(result)) {
-        QStringList columns;
-        for (unsigned i = 0; i < mysql_num_fields(result); ++i)
-            columns << (row[i] ? QString::fromUtf8(row[i]) : u"NULL"_s);
-        lines << columns.join(u'|');
-    }
-    mysql_free_result(result);
+    int more = mysql_real_query(mysql.get(), text.constData(), static_cast<unsigned long>(text.size()));
+    for (; more == 0; more = mysql_next_result(mysql.get()))
+        if (MYSQL_RES *result = mysql_store_result(mysql.get()))
+            addRows(lines, result);
+    if (more > 0)
+        throw std::runtime_error("The test's own statement failed: " + std::string(mysql_error(mysql.get())) + ": " +
+                                 sql.toStdString());
     return lines;
 }
 

@@ -41,7 +41,7 @@ void ScriptedPrompts::refuse(const QString &text, const QString &title)
 
 void ScriptedPrompts::inform(const QString &text)
 {
-    answerTo(u"inform: "_s + text);
+    answerTo(m_script.value(0) == u"inform" ? u"inform"_s : u"inform: "_s + text);
 }
 
 bool ScriptedPrompts::confirm(const QString &question, const QString &title)

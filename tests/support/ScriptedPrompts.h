@@ -6,7 +6,7 @@
 
 /// The person at the counter, as a script of what the program must ask, in order, one line each:
 ///     refuse: You cannot book previous entry        refuse: Invalid Password [Error]
-///     inform: You cannot delete paid item
+///     inform: You cannot delete paid item           inform (whatever the words)
 ///     verify -> anna staff                          verify -> boss admin      verify -> nobody
 ///     ask: Enter reason … -> rain                   ask: Enter reason … ->
 ///     confirm: Confirm delete? [Important] -> yes

@@ -45,8 +45,9 @@ AppSettings testSettings(const QString &connectionString, int counter)
     return settings;
 }
 
-TestStation::TestStation(const PrivateServer &server, Prompts &stationPrompts, int counter)
-    : Station(testSettings(server.connectionString(), counter), stationPrompts, [this] { return m_now; })
+TestStation::TestStation(const PrivateServer &server, const QStringList &script, int counter)
+    : ScriptedPerson{ScriptedPrompts(script)},
+      Station(testSettings(server.connectionString(), counter), person, [this] { return m_now; })
 {
     setNow(u"2026-11-14 14:59:59"_s);
 }

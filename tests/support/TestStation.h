@@ -2,18 +2,28 @@
 
 #include "app/DayRow.h"
 #include "app/Station.h"
+#include "booking/BookingClipboard.h"
 #include "support/PrivateServer.h"
+#include "support/ScriptedPrompts.h"
 
 #include <QStringList>
 
+struct ScriptedPerson
+{
+    ScriptedPrompts person;
+};
+
 /// A counter of the tests' centre: nine fields, open from 8 to 2, two full pitches 0 and 3 whose halves are 1 and 2,
 /// and 4 and 5. Its clock stands still at 14:59:59 on 14 November 2026, a Saturday, until it is set.
-struct TestStation : Station
+/// The person at it says what the script says.
+struct TestStation : ScriptedPerson, Station
 {
-    TestStation(const PrivateServer &server, Prompts &stationPrompts, int counter = 1);
+    explicit TestStation(const PrivateServer &server, const QStringList &script = {}, int counter = 1);
 
     /// "yyyy-mm-dd hh:mm:ss"; sets the clock that the main window shows, too.
     void setNow(const QString &moment);
+
+    BookingClipboard clipboard; ///< what its staff hold for pasting
 
 private:
     QDateTime m_now;
