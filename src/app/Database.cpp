@@ -2,6 +2,12 @@
 
 #include <QRegularExpression>
 
+#ifdef Q_OS_WIN
+#include <winsock2.h>
+#else
+#include <poll.h>
+#endif
+
 #include <errmsg.h>
 #include <mysql.h>
 
@@ -13,6 +19,7 @@ namespace {
 
 constexpr unsigned connectSeconds = 5;
 constexpr unsigned answerSeconds = 15;
+constexpr qint64 trustedMilliseconds = 5000;
 constexpr unsigned firstClientError = 2000;
 constexpr unsigned firstServerErrorAbove = 3000;
 
@@ -25,6 +32,17 @@ QString withoutSecrets(QString sql)
 {
     static const QRegularExpression password(u"(st_password\\s*=\\s*')(?:[^'\\\\]|\\\\.)*'?"_s);
     return sql.replace(password, u"\\1…'"_s);
+}
+
+bool hasSomethingToRead(my_socket socket)
+{
+#ifdef Q_OS_WIN
+    WSAPOLLFD state{socket, POLLRDNORM, 0};
+    return WSAPoll(&state, 1, 0) != 0;
+#else
+    pollfd state{socket, POLLIN, 0};
+    return poll(&state, 1, 0) != 0;
+#endif
 }
 
 QString serverText(st_mysql *mysql)
@@ -143,8 +161,18 @@ void Database::open()
 
 void Database::revive()
 {
-    if (!m_mysql || mysql_ping(m_mysql.get()) != 0)
+    if (!m_mysql || !isAlive())
         open();
+}
+
+// Asking the server costs as much as a small statement. A server that ends or drops the connection tells it, so that
+// there is something to read where nothing is expected; only what a network may have lost in silence needs to be asked
+// for.
+bool Database::isAlive()
+{
+    if (hasSomethingToRead(mysql_get_socket(m_mysql.get())))
+        return false;
+    return !m_sinceAnswer.hasExpired(trustedMilliseconds) || mysql_ping(m_mysql.get()) == 0;
 }
 
 void Database::send(const QString &sql)
@@ -154,6 +182,7 @@ void Database::send(const QString &sql)
     const QByteArray text = sql.toUtf8();
     if (mysql_real_query(m_mysql.get(), text.constData(), static_cast<unsigned long>(text.size())) != 0)
         fail(sql);
+    m_sinceAnswer.start();
 }
 
 void Database::fail(const QString &sql)

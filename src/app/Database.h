@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QString>
 
 #include <memory>
@@ -72,11 +73,13 @@ private:
     friend class DbConnection;
     void open();
     void revive();
+    bool isAlive();
     void send(const QString &sql);
     [[noreturn]] void fail(const QString &sql);
 
     ConnectionOptions m_options;
     std::unique_ptr<st_mysql, void (*)(st_mysql *)> m_mysql;
+    QElapsedTimer m_sinceAnswer;
 };
 
 /// One operation's use of the database. Making one makes sure that the connection lives: when it died while idle it is

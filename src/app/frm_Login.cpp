@@ -3,24 +3,16 @@
 #include "app/Errors.h"
 #include "app/FieldLengths.h"
 #include "app/Look.h"
+#include "app/PictureFile.h"
 #include "app/Staff.h"
 #include "ui_frm_Login.h"
 
-#include <QDir>
 #include <QImageReader>
 #include <QPainter>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// The file to read for a picture: where the screen has several dots a pixel, its twin name@2x when there is one.
-QString pictureFile(const QString &name, qreal scale)
-{
-    const QFileInfo plain(QDir(QCoreApplication::applicationDirPath()), name);
-    const QFileInfo fine(plain.dir(), plain.completeBaseName() + u"@2x."_s + plain.suffix());
-    return (scale > 1 && fine.exists() ? fine : plain).filePath();
-}
 
 // The picture, as large as fills the window; none when it cannot be read.
 QImage readPicture(const QString &file, QSize window, qreal scale)

@@ -1,9 +1,8 @@
 #include "schedule/PlacedPicture.h"
 
+#include "app/PictureFile.h"
 #include "app/Settings.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QImageReader>
 #include <QPainter>
 #include <QStyle>
@@ -37,12 +36,12 @@ void PlacedPicture::loadPicture(const QString &section)
     const PicturePlacement placement = readPicturePlacement(section);
     const auto sane = [](double value) { return std::clamp(value, 0.0, farthest); };
     m_place = QRectF(sane(placement.left), sane(placement.top), sane(placement.width), sane(placement.height));
-    m_path = QDir(QCoreApplication::applicationDirPath()).filePath(placement.image);
-    QImageReader reader(m_path);
+    m_image = placement.image;
+    QImageReader reader(pictureFile(m_image, 1));
     reader.setDecideFormatFromContent(true);
     m_pictureSize = reader.canRead() ? QSizeF(reader.size()) : QSizeF();
     if (m_pictureSize.isEmpty())
-        m_path.clear();
+        m_image.clear();
     if (m_place.width() <= leastSize || m_place.height() <= leastSize)
         m_place = QRectF(QPointF(), m_pictureSize);
     m_picture = {};
@@ -106,15 +105,15 @@ void PlacedPicture::drawSharply()
 {
     const double ratio = devicePixelRatioF();
     const QSize size = (pictureRect().size() * ratio).toSize();
-    if (m_path.isEmpty() || size.isEmpty() || size == m_picture.size())
+    if (m_image.isEmpty() || size.isEmpty() || size == m_picture.size())
         return;
-    QImageReader reader(m_path);
+    QImageReader reader(pictureFile(m_image, ratio));
     reader.setDecideFormatFromContent(true);
     reader.setScaledSize(size);
     m_picture = QPixmap::fromImage(reader.read());
     m_picture.setDevicePixelRatio(ratio);
     if (m_picture.isNull())
-        m_path.clear();
+        m_image.clear();
 }
 
 // While the widget changes its size the picture at hand is stretched; reading the file for every step would stutter.

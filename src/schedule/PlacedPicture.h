@@ -29,7 +29,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
-    [[nodiscard]] bool hasPicture() const { return !m_path.isEmpty(); }
+    [[nodiscard]] bool hasPicture() const { return !m_image.isEmpty(); }
     /// The picture's own size, in its own coordinates.
     [[nodiscard]] QSizeF pictureSize() const { return m_pictureSize; }
     /// For a picture that is not there: the size that its coordinates are meant for.
@@ -43,7 +43,7 @@ private:
     [[nodiscard]] QSizeF canvasSize() const;
     void drawSharply();
 
-    QString m_path;
+    QString m_image; // file name; empty when there is none to read
     QSizeF m_pictureSize;
     QRectF m_place; // on the canvas
     Qt::Alignment m_alignment = Qt::AlignCenter;

@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
+#include <QTextCharFormat>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -329,6 +330,11 @@ void page_Booking::setDay(QDate day)
     m_day = sqlDate(day);
     const QSignalBlocker blocker(m_calendar);
     m_calendar->setSelectedDate(day);
+    QTextCharFormat today;
+    today.setFontWeight(QFont::Bold);
+    today.setBackground(Look::shared.background);
+    m_calendar->setDateTextFormat({}, {});
+    m_calendar->setDateTextFormat(m_station.now().date(), today);
 }
 
 void page_Booking::pressField(int field)

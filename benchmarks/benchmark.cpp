@@ -1,0 +1,277 @@
+// Measures the program against the least that could do the same work: the bare client library sending the same
+// statements, an empty window. To be run by ./bench, at a sample centre that it may overwrite.
+
+#include "BareClient.h"
+#include "Bookings.h"
+#include "Comparison.h"
+#include "Painted.h"
+#include "StartedWindows.h"
+#include "app/Application.h"
+#include "app/Formats.h"
+#include "booking/BlockBooking.h"
+#include "booking/Booking.h"
+#include "booking/Cancelling.h"
+#include "schedule/Alerts.h"
+#include "schedule/DaySchedule.h"
+#include "schedule/frm_Main.h"
+#include "schedule/page_Booking.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int field = 1; // a half of the pitch 0
+constexpr int weeks = 8;
+constexpr int starts = 9;
+const QString staff = u"bench"_s;
+const QString password = u"bench2026"_s;
+
+/// Confirms everything; a refusal or an error ends the measurements.
+class Confirming : public Prompts
+{
+public:
+    void refuse(const QString &text, const QString & /*title*/) override { fail(text); }
+    void inform(const QString &text) override { fail(text); }
+    bool confirm(const QString & /*question*/, const QString & /*title*/) override { return true; }
+    QString askText(const QString &question, int /*maxLength*/) override { return question; }
+    std::optional<Verification> verifyStaff() override { return Verification{staff, AccessLevel::Staff}; }
+    void showError(const QString &message, const QString &description) override
+    {
+        fail(message + u": "_s + description);
+    }
+
+private:
+    [[noreturn]] static void fail(const QString &text) { throw std::runtime_error(text.toStdString()); }
+};
+
+AppSettings settingsOfThisCounter()
+{
+    AppSettings settings = loadStartupValues();
+    LoadSettings(settings);
+    return settings;
+}
+
+ConnectionOptions rootOptions(ConnectionOptions options)
+{
+    options.user = u"root"_s;
+    options.password.clear();
+    return options;
+}
+
+void require(bool ok, const char *what)
+{
+    if (!ok)
+        throw std::runtime_error(what);
+}
+
+class Benchmark
+{
+public:
+    Benchmark()
+        : m_settings(settingsOfThisCounter()),
+          m_options(ConnectionOptions::parse(m_settings.ConnectionString)),
+          m_root(rootOptions(m_options)),
+          m_bare(m_options),
+          m_station(m_settings, m_prompts, &Benchmark::halfPastTwo)
+    {
+        m_station.CurrentStaff = staff;
+        m_station.timeText = clockText(halfPastTwo());
+    }
+
+    /// All of "refresh", "operations" and "windows", or only the ones that are named.
+    void run(const QStringList &wanted)
+    {
+        const auto isWanted = [&](const QString &part) { return wanted.isEmpty() || wanted.contains(part); };
+        makeDatabase();
+        QTextStream(stdout) << "name\tours\tbare\tratio" << Qt::endl;
+        if (isWanted(u"refresh"_s))
+            compareRefresh();
+        if (isWanted(u"operations"_s))
+            compareOperations();
+        if (isWanted(u"windows"_s))
+            compareWindows();
+    }
+
+private:
+    /// Some work of the program. Before each round the bare client sends `before`; after it all bookings of the days of
+    /// the operations are taken away.
+    struct Operation
+    {
+        QString name;
+        int rounds;
+        std::function<void()> ours;
+        QByteArrayList before = {};
+    };
+
+    // An hour in which every counter is open.
+    static QDateTime halfPastTwo() { return {QDate::currentDate(), QTime(14, 30)}; }
+
+    void makeDatabase()
+    {
+        qint64 count = 0;
+        const double taken = milliseconds([&] { count = makeMillionBookings(m_root); });
+        QTextStream(stderr) << count << " bookings made in " << QString::number(taken / 1000, 'f', 1) << " s"
+                            << Qt::endl;
+        m_root.send("INSERT INTO tbl_staff SET st_access=2, st_login='" + staff.toUtf8() + "', st_password='" +
+                    password.toUtf8() + "'");
+        takeAwayBookings();
+    }
+
+    void takeAwayBookings()
+    {
+        const QByteArray from = "'" + sqlDate(m_day).toUtf8() + "'";
+        const QByteArray to = "'" + sqlDate(m_day.addDays(qint64(weeks) * 7)).toUtf8() + "'";
+        m_root.sendAll(
+            {"DELETE FROM tbl_booking WHERE b_datetime > " + from + " AND b_datetime < " + to + " AND b_field < 3",
+             "DELETE FROM tbl_remark WHERE m_datetime > " + from + " AND m_datetime < " + to});
+    }
+
+    /// What the program sends for some work; the work is done.
+    QByteArrayList statementsOf(const std::function<void()> &work)
+    {
+        const StatementLog log(m_root, m_options.user);
+        work();
+        return log.statements();
+    }
+
+    /// Compares and prints; gives the statements.
+    QByteArrayList compare(const Operation &operation)
+    {
+        Comparison comparison{operation.name};
+        const auto round = [&](const std::function<void()> &work) {
+            m_bare.sendAll(operation.before);
+            const double taken = milliseconds(work);
+            takeAwayBookings();
+            return taken;
+        };
+        QByteArrayList statements;
+        round([&] { statements = statementsOf(operation.ours); });
+        for (int i = 0; i < operation.rounds; ++i) {
+            comparison.ours.push_back(round(operation.ours));
+            comparison.bare.push_back(round([&] { m_bare.sendAll(statements); }));
+        }
+        comparison.print();
+        return statements;
+    }
+
+    void compareOperations()
+    {
+        const QString day = sqlDate(m_day);
+        const Booker booker{u"Harbour Team"_s, u"Harbour School"_s, u"0612345678"_s, {}};
+        const QString hour = u"10:00"_s;
+        BookingClipboard clipboard;
+        const QByteArrayList booking =
+            compare({u"doBooking"_s, 101, [&] {
+                         const auto outcome =
+                             doBooking(m_station, clipboard, staff,
+                                       {day, hour, booker.telephone, booker.organisation, booker.name, field});
+                         require(outcome == BookingOutcome::Booked, "doBooking refused");
+                     }});
+        compare({u"doCancel"_s, 101,
+                 [&] {
+                     const auto outcome = doCancel(m_station, staff, {day, hour, booker.name, field, u"ill"_s});
+                     require(outcome == CancelOutcome::Cancelled, "doCancel refused");
+                 },
+                 booking});
+
+        m_bare.sendAll(booking);
+        DaySelection selection{
+            day, field, readDay(m_station.database, day, field, m_station.hours(), m_station.now()).rows, {2}, 2};
+        require(copySlot(m_station, clipboard, selection), "The slot could not be copied");
+        takeAwayBookings();
+        selection.selected = {2, 3, 4};
+        compare({u"block booking of 8 weeks x 3 hours"_s, 21, [&] {
+                     std::vector<BlockBookingHour> results;
+                     bookBlock(
+                         m_station, clipboard, selection, weeks, [](int) {}, results);
+                     require(results.size() == std::size_t(weeks) * 3, "The block is not whole");
+                 }});
+
+        m_settings.MaxFieldIndex = 15;
+        Station largeCentre(m_settings, m_prompts, &Benchmark::halfPastTwo);
+        std::vector<QString> captions;
+        compare({u"RefreshAlert for 16 fields"_s, 101, [&] { RefreshAlert(largeCentre, captions); }});
+    }
+
+    void compareRefresh()
+    {
+        constexpr int rounds = 41;
+        constexpr double painting = 5;
+        frm_Main window(m_station);
+        window.resize(window.screen()->availableGeometry().size());
+        window.show();
+        window.load();
+        awaitPainted([&] { return &window; });
+        auto *page = window.findChild<page_Booking *>();
+        const auto paint = [&] {
+            QCoreApplication::sendPostedEvents();
+            QEvent request(QEvent::UpdateRequest);
+            QCoreApplication::sendEvent(&window, &request);
+        };
+        const QByteArrayList statements = statementsOf([&] { page->RefreshView(); });
+        paint();
+        Comparison whole{u"RefreshView"_s, 1.15, painting};
+        Comparison unpainted{u"RefreshView without its painting"_s};
+        for (int i = 0; i < rounds; ++i) {
+            const double read = milliseconds([&] { page->RefreshView(); });
+            const double painted = milliseconds(paint);
+            unpainted.ours.push_back(read);
+            whole.ours.push_back(read + painted);
+            whole.bare.push_back(milliseconds([&] { m_bare.sendAll(statements); }));
+        }
+        unpainted.bare = whole.bare;
+        whole.print();
+        unpainted.print();
+    }
+
+    void compareWindows()
+    {
+        const QString folder = QCoreApplication::applicationDirPath();
+        const auto program = [&] { return StartedWindows::run(folder + u"/tamsora_bench"_s, {u"--program"_s}, 2); };
+        const auto empty = [&](const QStringList &sizes) {
+            return StartedWindows::run(folder + u"/tamsora_empty_window"_s, sizes, int(sizes.size()));
+        };
+        QByteArrayList afterLogin = statementsOf([&] { program(); });
+        while (!afterLogin.isEmpty() && !afterLogin.front().contains("tbl_staff"))
+            afterLogin.removeFirst();
+        Comparison start{u"start to login window"_s, 1.5};
+        Comparison main{u"login to main window"_s, 1.5};
+        Comparison memory{u"peak memory"_s, 1.5};
+        for (int i = 0; i < starts; ++i) {
+            const StartedWindows ours = program();
+            const StartedWindows bare = empty({ours.firstSize, ours.secondSize});
+            start.ours.push_back(ours.start);
+            start.bare.push_back(bare.start);
+            main.ours.push_back(ours.second);
+            main.bare.push_back(bare.second + milliseconds([&] { m_bare.sendAll(afterLogin); }));
+            memory.ours.push_back(ours.peakMemory);
+            memory.bare.push_back(empty({ours.secondSize}).peakMemory);
+        }
+        start.print();
+        main.print();
+        memory.print();
+    }
+
+    AppSettings m_settings;
+    ConnectionOptions m_options;
+    BareClient m_root;
+    BareClient m_bare;
+    Confirming m_prompts;
+    Station m_station;
+    QDate m_day = QDate::currentDate().addDays(30);
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    Application application(argc, argv);
+    if (Application::arguments().contains(u"--program"_s))
+        return showProgram(staff, password);
+    try {
+        Benchmark().run(Application::arguments().mid(1));
+    } catch (const std::exception &error) {
+        QTextStream(stderr) << error.what() << Qt::endl;
+        return 1;
+    }
+}
