@@ -54,9 +54,15 @@ void Program::openMainWindow()
         const QRect available = m_main->screen()->availableGeometry();
         m_main->resize(available.size().boundedTo(largestUsefulSize));
         m_main->move(available.topLeft());
-        m_main->showMaximized();
-        m_main->load();
-        m_login->close();
+        m_login->hide();
         m_login.release()->deleteLater();
+        // Queued, so that the login window has given its picture back before the main window needs room for its own.
+        QMetaObject::invokeMethod(
+            m_main.get(),
+            [this] {
+                m_main->showMaximized();
+                m_main->load();
+            },
+            Qt::QueuedConnection);
     });
 }

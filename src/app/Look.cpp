@@ -52,6 +52,10 @@ public:
             return sign(Look::paid, u'?');
         case SP_MessageBoxInformation:
             return sign(Look::paid, u'i');
+        case SP_ArrowLeft:
+            return arrow({{22, 4}, {22, 28}, {8, 16}});
+        case SP_ArrowRight:
+            return arrow({{10, 4}, {10, 28}, {24, 16}});
         default:
             return QProxyStyle::standardIcon(icon, option, widget);
         }
@@ -71,6 +75,20 @@ private:
     static bool isInsideSpinBox(const QWidget *widget)
     {
         return widget && qobject_cast<const QAbstractSpinBox *>(widget->parentWidget());
+    }
+
+    // The calendars' arrows, on the ground of a selection. Qt's own are read from a picture file for each of many
+    // sizes, and every opening of the main window would wait for that.
+    static QIcon arrow(const QPolygonF &outline)
+    {
+        QPixmap picture(32, 32);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QApplication::palette().highlightedText());
+        painter.drawPolygon(outline);
+        return QIcon(picture);
     }
 
     static QIcon sign(const Look::Tone &tone, QChar letter)
