@@ -93,7 +93,7 @@ public:
     }
 
 private:
-    /// Some work of the program. Before each round the bare client sends `before`; after it all bookings of the days of
+    /// Some work of the program. Before each round `before` is sent; after it all bookings of the days of
     /// the operations are taken away.
     struct Operation
     {
@@ -119,11 +119,11 @@ private:
 
     void takeAwayBookings()
     {
-        const QByteArray from = "'" + sqlDate(m_day).toUtf8() + "'";
-        const QByteArray to = "'" + sqlDate(m_day.addDays(qint64(weeks) * 7)).toUtf8() + "'";
-        m_root.sendAll(
-            {"DELETE FROM tbl_booking WHERE b_datetime > " + from + " AND b_datetime < " + to + " AND b_field < 3",
-             "DELETE FROM tbl_remark WHERE m_datetime > " + from + " AND m_datetime < " + to});
+        for (int week = 0; week < weeks; ++week) {
+            const QByteArray day = sqlDate(m_day.addDays(qint64(week) * 7)).toUtf8();
+            m_root.sendAll({"DELETE FROM tbl_booking WHERE b_datetime LIKE '" + day + "%' AND b_field < 3",
+                            "DELETE FROM tbl_remark WHERE m_datetime LIKE '" + day + "%'"});
+        }
     }
 
     /// What the program sends for some work; the work is done.
@@ -139,7 +139,7 @@ private:
     {
         Comparison comparison{operation.name};
         const auto round = [&](const std::function<void()> &work) {
-            m_bare.sendAll(operation.before);
+            m_root.sendAll(operation.before);
             const double taken = milliseconds(work);
             takeAwayBookings();
             return taken;
@@ -147,8 +147,13 @@ private:
         QByteArrayList statements;
         round([&] { statements = statementsOf(operation.ours); });
         for (int i = 0; i < operation.rounds; ++i) {
+            // Who comes second finds the server's memory warmer.
+            const auto bare = [&] { comparison.bare.push_back(round([&] { m_bare.sendAll(statements); })); };
+            if (i % 2 == 1)
+                bare();
             comparison.ours.push_back(round(operation.ours));
-            comparison.bare.push_back(round([&] { m_bare.sendAll(statements); }));
+            if (i % 2 == 0)
+                bare();
         }
         comparison.print();
         return statements;
@@ -161,13 +166,13 @@ private:
         const QString hour = u"10:00"_s;
         BookingClipboard clipboard;
         const QByteArrayList booking =
-            compare({u"doBooking"_s, 101, [&] {
+            compare({u"doBooking"_s, 201, [&] {
                          const auto outcome =
                              doBooking(m_station, clipboard, staff,
                                        {day, hour, booker.telephone, booker.organisation, booker.name, field});
                          require(outcome == BookingOutcome::Booked, "doBooking refused");
                      }});
-        compare({u"doCancel"_s, 101,
+        compare({u"doCancel"_s, 201,
                  [&] {
                      const auto outcome = doCancel(m_station, staff, {day, hour, booker.name, field, u"ill"_s});
                      require(outcome == CancelOutcome::Cancelled, "doCancel refused");
@@ -180,7 +185,7 @@ private:
         require(copySlot(m_station, clipboard, selection), "The slot could not be copied");
         takeAwayBookings();
         selection.selected = {2, 3, 4};
-        compare({u"block booking of 8 weeks x 3 hours"_s, 21, [&] {
+        compare({u"block booking of 8 weeks x 3 hours"_s, 41, [&] {
                      std::vector<BlockBookingHour> results;
                      bookBlock(
                          m_station, clipboard, selection, weeks, [](int) {}, results);
@@ -190,7 +195,7 @@ private:
         m_settings.MaxFieldIndex = 15;
         Station largeCentre(m_settings, m_prompts, &Benchmark::halfPastTwo);
         std::vector<QString> captions;
-        compare({u"RefreshAlert for 16 fields"_s, 101, [&] { RefreshAlert(largeCentre, captions); }});
+        compare({u"RefreshAlert for 16 fields"_s, 201, [&] { RefreshAlert(largeCentre, captions); }});
     }
 
     void compareRefresh()
