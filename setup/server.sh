@@ -38,7 +38,8 @@ end_setup() {
 leave_server() {
     # setup.lock too: the script may have failed while it held it.
     exec 8>&- 9>&-
-    stop_unused_server "$1"
+    # The guard may be doing the same at this moment: then it ends what is left.
+    stop_unused_server "$1" || true
 }
 
 # Stops the server when nobody uses it; fails when somebody does (FOLDER).
