@@ -16,6 +16,8 @@
 #include "schedule/frm_Main.h"
 #include "schedule/page_Booking.h"
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -213,16 +215,24 @@ private:
             QEvent request(QEvent::UpdateRequest);
             QCoreApplication::sendEvent(&window, &request);
         };
-        const QByteArrayList statements = statementsOf([&] { page->RefreshView(); });
-        paint();
+        // Two days in turn, so that there is something to paint.
+        const auto chooseDay = [&](int round) { page->setDay(QDate::currentDate().addDays(round % 2)); };
+        std::array<QByteArrayList, 2> statements;
+        for (int day : {0, 1}) {
+            chooseDay(day);
+            statements.at(std::size_t(day)) = statementsOf([&] { page->RefreshView(); });
+            paint();
+        }
         Comparison whole{u"RefreshView"_s, 1.15, painting};
         Comparison unpainted{u"RefreshView without its painting"_s};
         for (int i = 0; i < rounds; ++i) {
+            chooseDay(i);
+            paint();
             const double read = milliseconds([&] { page->RefreshView(); });
             const double painted = milliseconds(paint);
             unpainted.ours.push_back(read);
             whole.ours.push_back(read + painted);
-            whole.bare.push_back(milliseconds([&] { m_bare.sendAll(statements); }));
+            whole.bare.push_back(milliseconds([&] { m_bare.sendAll(statements.at(std::size_t(i % 2))); }));
         }
         unpainted.bare = whole.bare;
         whole.print();

@@ -87,16 +87,23 @@ void LayoutPlan::setSelectedField(int field)
 
 void LayoutPlan::setFieldStatus(std::vector<FieldStatus> status)
 {
+    // Painting the plan costs as much as the grid, and another day of a field does not change what goes on now.
+    if (status == m_status)
+        return;
     m_status = std::move(status);
     describe();
 }
 
 void LayoutPlan::setAlertCaptions(const std::vector<QString> &captions)
 {
-    for (std::size_t field = 0; field < std::min(captions.size(), m_alerts.size()); ++field)
+    bool changed = false;
+    for (std::size_t field = 0; field < std::min(captions.size(), m_alerts.size()); ++field) {
+        changed = changed || m_alerts[field]->text() != captions[field];
         m_alerts[field]->setText(captions[field]);
+    }
     setAlertsLit(m_alertsLit);
-    describe();
+    if (changed)
+        describe();
 }
 
 void LayoutPlan::setAlertsLit(bool lit)

@@ -17,6 +17,8 @@ struct FieldStatus
     QString booker = {};         ///< booker or marker text of the present hour
     int litRows = lightsUnknown; ///< how many of the five light rows are on, as last committed
 
+    bool operator==(const FieldStatus &) const = default;
+
     /// "Free", "Booked", "Shared", "Closed"
     [[nodiscard]] QString stateText() const;
     /// "Lights 3/5", "Lights off", empty when nothing is known
