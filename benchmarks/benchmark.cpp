@@ -166,20 +166,18 @@ private:
         const QString day = sqlDate(m_day);
         const Booker booker{u"Harbour Team"_s, u"Harbour School"_s, u"0612345678"_s, {}};
         const QString hour = u"10:00"_s;
-        BookingClipboard clipboard;
-        const QByteArrayList booking =
-            compare({u"doBooking"_s, 201, [&] {
-                         const auto outcome =
-                             doBooking(m_station, clipboard, staff,
-                                       {day, hour, booker.telephone, booker.organisation, booker.name, field});
-                         require(outcome == BookingOutcome::Booked, "doBooking refused");
-                     }});
+        const SlotKey slot{day, hour, field};
+        const QByteArrayList booking = compare({u"doBooking"_s, 201, [&] {
+                                                    const auto outcome = doBooking(m_station, staff, {slot, booker});
+                                                    require(outcome == BookingOutcome::Booked, "doBooking refused");
+                                                }});
         compare({u"doCancel"_s, 201,
                  [&] {
-                     const auto outcome = doCancel(m_station, staff, {day, hour, booker.name, field, u"ill"_s});
+                     const auto outcome = doCancel(m_station, staff, {slot, booker.name, u"ill"_s}).outcome;
                      require(outcome == CancelOutcome::Cancelled, "doCancel refused");
                  },
                  booking});
+        BookingClipboard clipboard;
 
         m_bare.sendAll(booking);
         DaySelection selection{

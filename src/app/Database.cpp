@@ -1,12 +1,7 @@
 #include "app/Database.h"
 
-#include <QRegularExpression>
-
-#ifdef Q_OS_WIN
-#include <winsock2.h>
-#else
-#include <poll.h>
-#endif
+#include <QHostAddress>
+#include <QHostInfo>
 
 #include <errmsg.h>
 #include <mysql.h>
@@ -17,37 +12,37 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr unsigned connectSeconds = 5;
-constexpr unsigned answerSeconds = 15;
+constexpr qint64 connectMilliseconds = 5000;
+constexpr qint64 answerMilliseconds = 15000;
+constexpr qint64 pingMilliseconds = 2000;
+constexpr qint64 quietMilliseconds = 1000;
 constexpr qint64 trustedMilliseconds = 5000;
-constexpr unsigned firstClientError = 2000;
-constexpr unsigned firstServerErrorAbove = 3000;
 
 // The option bits of the connection string that the client library knows; the others concern the driver's own cursors.
 constexpr unsigned optionFoundRows = 2;
 constexpr unsigned optionBigPackets = 8;
 constexpr unsigned optionCompress = 2048;
 
-QString withoutSecrets(QString sql)
+constexpr std::array sessionSettings{
+    // Numbers arrive as quoted text, an empty receipt number as '', texts between double quotes. Who waits longer than
+    // a second for a row is told so. A counter that has vanished in the middle of an operation holds nothing for long.
+    "SET SESSION sql_mode='', sql_auto_is_null=0, innodb_lock_wait_timeout=1 /*M! , idle_transaction_timeout=20 */",
+    "SET SESSION TRANSACTION ISOLATION LEVEL REPEATABLE READ",
+};
+
+SocketPoll::Ready wanted(int status)
 {
-    static const QRegularExpression password(u"(st_password\\s*=\\s*')(?:[^'\\\\]|\\\\.)*'?"_s);
-    return sql.replace(password, u"\\1…'"_s);
+    return {(status & MYSQL_WAIT_READ) != 0, (status & MYSQL_WAIT_WRITE) != 0};
 }
 
-bool hasSomethingToRead(my_socket socket)
+int reached(SocketPoll::Ready ready)
 {
-#ifdef Q_OS_WIN
-    WSAPOLLFD state{socket, POLLRDNORM, 0};
-    return WSAPoll(&state, 1, 0) != 0;
-#else
-    pollfd state{socket, POLLIN, 0};
-    return poll(&state, 1, 0) != 0;
-#endif
+    return (ready.toRead ? MYSQL_WAIT_READ : 0) | (ready.toWrite ? MYSQL_WAIT_WRITE : 0);
 }
 
-QString serverText(st_mysql *mysql)
+bool needsLookUp(const QString &server)
 {
-    return QString::fromUtf8(mysql_error(mysql));
+    return server != u"localhost" && QHostAddress(server).isNull();
 }
 
 } // namespace
@@ -73,74 +68,100 @@ ConnectionOptions ConnectionOptions::parse(const QString &connectionString)
     return options;
 }
 
-DbError::DbError(const QString &text, unsigned number, const QString &statement)
-    : std::runtime_error(text.toStdString()), m_number(number), m_statement(withoutSecrets(statement))
-{
-}
-
-DbRows::DbRows(st_mysql_res *result) : m_result(result, &mysql_free_result) {}
-
-bool DbRows::next()
-{
-    m_row = mysql_fetch_row(m_result.get());
-    m_lengths = m_row ? mysql_fetch_lengths(m_result.get()) : nullptr;
-    return m_row != nullptr;
-}
-
-unsigned DbRows::columnIndex(const char *column) const
-{
-    const unsigned count = mysql_num_fields(m_result.get());
-    const MYSQL_FIELD *fields = mysql_fetch_fields(m_result.get());
-    for (unsigned i = 0; i < count; ++i)
-        if (qstricmp(fields[i].name, column) == 0)
-            return i;
-    throw DbError(u"The result has no column "_s + QString::fromUtf8(column), 0);
-}
-
-QString DbRows::text(unsigned column) const
-{
-    if (!m_row)
-        throw DbError(u"There is no row to read"_s, 0);
-    return m_row[column] ? QString::fromUtf8(m_row[column], qsizetype(m_lengths[column])) : QString();
-}
-
-QString DbRows::text(const char *column) const
-{
-    return text(columnIndex(column));
-}
-
-int DbRows::number(const char *column) const
-{
-    return text(column).toInt();
-}
-
-double DbRows::amount(const char *column) const
-{
-    return text(column).toDouble();
-}
-
-qsizetype DbRows::size() const
-{
-    return qsizetype(mysql_num_rows(m_result.get()));
-}
-
 Database::Database(const QString &connectionString)
     : m_options(ConnectionOptions::parse(connectionString)), m_mysql(nullptr, &mysql_close)
 {
 }
 
+QDeadlineTimer Database::deadline(qint64 milliseconds) const
+{
+    const QDeadlineTimer own(milliseconds);
+    return own < m_quietEnd ? own : m_quietEnd;
+}
+
+template <typename Continue>
+void Database::finish(int status, const QDeadlineTimer &deadline, const QString &sql, Continue go)
+{
+    auto end = AnswerWait::End::Ready;
+    while (status != 0) {
+        SocketPoll::Ready ready;
+        end = m_wait.wait(mysql_get_socket(m_mysql.get()), wanted(status), ready, deadline);
+        if (end != AnswerWait::End::Ready)
+            break;
+        status = go(reached(ready));
+    }
+    if (status == 0)
+        return;
+    // The library has to be told that its time is over before the connection can be closed.
+    SocketPoll::shutDown(mysql_get_socket(m_mysql.get()));
+    while (status != 0)
+        status = go(MYSQL_WAIT_TIMEOUT);
+    drop();
+    throw DbError(end == AnswerWait::End::GivenUp ? u"The database server did not answer, and the wait was given up"_s
+                                                  : u"The database server does not answer"_s,
+                  CR_SERVER_LOST, sql);
+}
+
+bool Database::pause(int milliseconds, const QString &what)
+{
+    m_wait.begin(what);
+    return m_wait.waitUntil([] { return false; }, QDeadlineTimer(milliseconds)) == AnswerWait::End::TimedOut;
+}
+
+void Database::begin(const QString &what)
+{
+    if (m_wait.isWaiting())
+        throw DatabaseBusy();
+    m_wait.begin(what.isEmpty() ? u"Waiting for the answer of the database server …"_s : what);
+    if (!m_mysql || !isAlive())
+        open();
+}
+
 void Database::open()
+{
+    const QString &server = m_options.server;
+    if (server.startsWith(u'/') || !needsLookUp(server)) {
+        connectTo(server);
+        return;
+    }
+    // The library would stand still while it looks the name up.
+    QHostInfo found;
+    bool ready = false;
+    QObject receiver;
+    QHostInfo::lookupHost(server, &receiver, [&](const QHostInfo &info) {
+        found = info;
+        ready = true;
+    });
+    m_wait.waitUntil([&] { return ready; }, deadline(connectMilliseconds));
+    const QList<QHostAddress> addresses = found.addresses();
+    if (addresses.isEmpty()) {
+        m_reachable = false;
+        throw DbError(u"The address of the database server \"%1\" cannot be found"_s.arg(server), CR_UNKNOWN_HOST);
+    }
+    for (qsizetype i = 0; i < addresses.size(); ++i) {
+        try {
+            connectTo(addresses[i].toString());
+            return;
+        } catch (const DbError &error) {
+            if (!error.isLostConnection() || i + 1 == addresses.size())
+                throw;
+        }
+    }
+}
+
+void Database::connectTo(const QString &host)
 {
     m_mysql.reset(mysql_init(nullptr));
     if (!m_mysql)
         throw DbError(u"Out of memory for a database connection"_s, 0);
     MYSQL *mysql = m_mysql.get();
-    mysql_options(mysql, MYSQL_OPT_CONNECT_TIMEOUT, &connectSeconds);
-    mysql_options(mysql, MYSQL_OPT_READ_TIMEOUT, &answerSeconds);
-    mysql_options(mysql, MYSQL_OPT_WRITE_TIMEOUT, &answerSeconds);
+    mysql_options(mysql, MYSQL_OPT_NONBLOCK, nullptr);
+    constexpr unsigned seconds = answerMilliseconds / 1000;
+    for (const auto limit : {MYSQL_OPT_CONNECT_TIMEOUT, MYSQL_OPT_READ_TIMEOUT, MYSQL_OPT_WRITE_TIMEOUT})
+        mysql_options(mysql, limit, &seconds);
     mysql_options(mysql, MYSQL_SET_CHARSET_NAME, "utf8mb4");
-    // Numbers arrive as quoted text, an empty receipt number as '', texts between double quotes.
-    mysql_options(mysql, MYSQL_INIT_COMMAND, "SET SESSION sql_mode='', sql_auto_is_null=0");
+    for (const char *const setting : sessionSettings)
+        mysql_options(mysql, MYSQL_INIT_COMMAND, setting);
     unsigned long flags = 0;
     if (m_options.option & optionFoundRows)
         flags |= CLIENT_FOUND_ROWS;
@@ -151,18 +172,27 @@ void Database::open()
     if (m_options.option & optionCompress)
         mysql_options(mysql, MYSQL_OPT_COMPRESS, nullptr);
 
-    const QByteArray server = m_options.server.toUtf8();
+    const QByteArray server = host.toUtf8();
+    const QByteArray user = m_options.user.toUtf8();
+    const QByteArray password = m_options.password.toUtf8();
+    const QByteArray database = m_options.database.toUtf8();
     const bool isSocket = server.startsWith('/');
-    if (!mysql_real_connect(mysql, isSocket ? nullptr : server.constData(), m_options.user.toUtf8().constData(),
-                            m_options.password.toUtf8().constData(), m_options.database.toUtf8().constData(), 0,
-                            isSocket ? server.constData() : nullptr, flags))
+    MYSQL *connected = nullptr;
+    const int status = mysql_real_connect_start(&connected, mysql, isSocket ? nullptr : server.constData(),
+                                                user.constData(), password.constData(), database.constData(), 0,
+                                                isSocket ? server.constData() : nullptr, flags);
+    finish(status, deadline(connectMilliseconds), {},
+           [&](int ready) { return mysql_real_connect_cont(&connected, mysql, ready); });
+    if (!connected)
         fail({});
+    m_sinceAnswer.start();
+    m_reachable = true;
 }
 
-void Database::revive()
+void Database::drop()
 {
-    if (!m_mysql || !isAlive())
-        open();
+    m_mysql.reset();
+    m_reachable = false;
 }
 
 // Asking the server costs as much as a small statement. A server that ends or drops the connection tells it, so that
@@ -170,51 +200,102 @@ void Database::revive()
 // for.
 bool Database::isAlive()
 {
-    if (hasSomethingToRead(mysql_get_socket(m_mysql.get())))
+    MYSQL *mysql = m_mysql.get();
+    if (SocketPoll::waitFor(mysql_get_socket(mysql), {true, false}, 0).toRead)
         return false;
-    return !m_sinceAnswer.hasExpired(trustedMilliseconds) || mysql_ping(m_mysql.get()) == 0;
+    if (!m_sinceAnswer.hasExpired(trustedMilliseconds))
+        return true;
+    try {
+        int failed = 1;
+        const int status = mysql_ping_start(&failed, mysql);
+        finish(status, deadline(pingMilliseconds), {},
+               [&](int ready) { return mysql_ping_cont(&failed, mysql, ready); });
+        return failed == 0;
+    } catch (const DbError &) {
+        return false;
+    }
 }
 
 void Database::send(const QString &sql)
 {
+    if (m_wait.isWaiting())
+        throw DatabaseBusy();
     if (!m_mysql)
         throw DbError(u"The connection to the database server was lost"_s, CR_SERVER_LOST, sql);
+    MYSQL *mysql = m_mysql.get();
     const QByteArray text = sql.toUtf8();
-    if (mysql_real_query(m_mysql.get(), text.constData(), static_cast<unsigned long>(text.size())) != 0)
+    int failed = 1;
+    const int status =
+        mysql_real_query_start(&failed, mysql, text.constData(), static_cast<unsigned long>(text.size()));
+    finish(status, deadline(answerMilliseconds), sql,
+           [&](int ready) { return mysql_real_query_cont(&failed, mysql, ready); });
+    if (failed != 0)
         fail(sql);
     m_sinceAnswer.start();
+    m_reachable = true;
+}
+
+MYSQL_RES *Database::takeRows()
+{
+    MYSQL *mysql = m_mysql.get();
+    MYSQL_RES *rows = nullptr;
+    const int status = mysql_store_result_start(&rows, mysql);
+    finish(status, deadline(answerMilliseconds), {},
+           [&](int ready) { return mysql_store_result_cont(&rows, mysql, ready); });
+    return rows;
 }
 
 void Database::fail(const QString &sql)
 {
-    const unsigned number = mysql_errno(m_mysql.get());
-    const DbError error(serverText(m_mysql.get()), number, sql);
+    const DbError error(QString::fromUtf8(mysql_error(m_mysql.get())), mysql_errno(m_mysql.get()), sql);
     // After an error of the client's own the state of the connection is unknown: the next operation opens a new one.
-    if (number >= firstClientError && number < firstServerErrorAbove)
-        m_mysql.reset();
+    if (error.isLostConnection())
+        drop();
     throw error;
 }
 
-DbConnection::DbConnection(Database &database) : m_database(database)
+DbConnection::DbConnection(Database &database, const QString &what) : m_database(database)
 {
-    m_database.revive();
+    m_database.begin(what);
 }
 
-void DbConnection::execute(const QString &sql)
+qint64 DbConnection::execute(const QString &sql)
 {
     m_database.send(sql);
+    const qint64 touched = qint64(mysql_affected_rows(m_database.m_mysql.get()));
     // A statement such as SHOW may give rows all the same; unread they would block the next one.
-    if (MYSQL_RES *rows = mysql_store_result(m_database.m_mysql.get()))
-        mysql_free_result(rows);
-    else if (mysql_errno(m_database.m_mysql.get()) != 0)
-        m_database.fail(sql);
+    if (mysql_field_count(m_database.m_mysql.get()) != 0)
+        mysql_free_result(m_database.takeRows());
+    return touched;
 }
 
 DbRows DbConnection::query(const QString &sql)
 {
     m_database.send(sql);
-    MYSQL_RES *result = mysql_store_result(m_database.m_mysql.get());
-    if (!result)
+    MYSQL_RES *rows = m_database.takeRows();
+    if (!rows)
         m_database.fail(sql);
-    return DbRows(result);
+    return DbRows(rows);
+}
+
+quint64 DbConnection::insertId() const
+{
+    return mysql_insert_id(m_database.m_mysql.get());
+}
+
+void DbConnection::drop()
+{
+    m_database.drop();
+}
+
+QuietReads::QuietReads(Database &database) : m_database(database)
+{
+    m_database.m_wait.setQuiet(true);
+    m_database.m_quietEnd = QDeadlineTimer(quietMilliseconds);
+}
+
+QuietReads::~QuietReads()
+{
+    m_database.m_wait.setQuiet(false);
+    m_database.m_quietEnd = QDeadlineTimer(QDeadlineTimer::Forever);
 }

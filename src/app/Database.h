@@ -1,14 +1,16 @@
 #pragma once
 
+#include "app/AnswerWait.h"
+#include "app/DbError.h"
+#include "app/DbRows.h"
+
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QString>
 
 #include <memory>
-#include <stdexcept>
-#include <vector>
 
 struct st_mysql;
-struct st_mysql_res;
 
 /// What the text "DRIVER={…};SERVER=…;DATABASE=…;UID=…;PWD=…;OPTION=…" says. A server that begins with "/" is a
 /// unix socket. Unknown keys are ignored; a ";" ends a value, so a password cannot hold one.
@@ -23,75 +25,76 @@ struct ConnectionOptions
     static ConnectionOptions parse(const QString &connectionString);
 };
 
-/// A statement or a connection that failed. what() is the server's text; the statement comes without passwords.
-class DbError : public std::runtime_error
-{
-public:
-    DbError(const QString &text, unsigned number, const QString &statement = {});
-
-    [[nodiscard]] unsigned number() const { return m_number; }
-    [[nodiscard]] QString statement() const { return m_statement; }
-    /// True for error 1062: the row stands already.
-    [[nodiscard]] bool isDuplicateKey() const { return m_number == 1062; }
-
-private:
-    unsigned m_number;
-    QString m_statement;
-};
-
-/// The rows of one query, all of them on this side, read front to back.
-class DbRows
-{
-public:
-    explicit DbRows(st_mysql_res *result);
-
-    /// Moves to the first, then to the next row; false at the end.
-    bool next();
-    /// The value in the present row; empty for NULL. Throws DbError when there is no such column.
-    [[nodiscard]] QString text(const char *column) const;
-    [[nodiscard]] QString text(unsigned column) const;
-    /// The value as a number; 0 for NULL or a text that is no number.
-    [[nodiscard]] int number(const char *column) const;
-    [[nodiscard]] double amount(const char *column) const;
-    [[nodiscard]] qsizetype size() const;
-
-private:
-    [[nodiscard]] unsigned columnIndex(const char *column) const;
-
-    std::shared_ptr<st_mysql_res> m_result;
-    char **m_row = nullptr;
-    unsigned long *m_lengths = nullptr;
-};
-
 /// A station's one physical connection. It is opened by the first operation and kept.
 class Database
 {
 public:
     explicit Database(const QString &connectionString);
 
+    /// Who tells the person of a long wait; it outlives the database or is taken away again.
+    void setWaitSign(WaitSign *sign) { m_wait.setSign(sign); }
+    /// An answer is being waited for: whatever is asked meanwhile gets DatabaseBusy.
+    [[nodiscard]] bool isWaiting() const { return m_wait.isWaiting(); }
+    /// False after a connection was lost or could not be opened, until an answer has come again.
+    [[nodiscard]] bool isReachable() const { return m_reachable; }
+    /// Lets some time go by while the windows stay alive; false when the person gave up.
+    bool pause(int milliseconds, const QString &what);
+
 private:
     friend class DbConnection;
+    friend class QuietReads;
+    void begin(const QString &what);
     void open();
-    void revive();
+    void connectTo(const QString &host);
+    void drop();
     bool isAlive();
     void send(const QString &sql);
+    st_mysql_res *takeRows();
+    [[nodiscard]] QDeadlineTimer deadline(qint64 milliseconds) const;
+    /// Carries one call of the client library through: `status` is what its beginning gave, `go` takes it on. Throws
+    /// DbError when the time is over or the person gave up.
+    template <typename Continue>
+    void finish(int status, const QDeadlineTimer &deadline, const QString &sql, Continue go);
     [[noreturn]] void fail(const QString &sql);
 
     ConnectionOptions m_options;
     std::unique_ptr<st_mysql, void (*)(st_mysql *)> m_mysql;
+    AnswerWait m_wait;
+    QDeadlineTimer m_quietEnd{QDeadlineTimer::Forever};
     QElapsedTimer m_sinceAnswer;
+    bool m_reachable = true;
 };
 
 /// One operation's use of the database. Making one makes sure that the connection lives: when it died while idle it is
-/// opened again, once. A statement whose answer was lost is never sent twice. Everything here throws DbError.
+/// opened again, once. A statement whose answer was lost is never sent twice. Answers are waited for in place while the
+/// windows stay alive. Everything here throws DbError, and DatabaseBusy when another answer is being waited for.
 class DbConnection
 {
 public:
-    explicit DbConnection(Database &database);
+    /// `what` is what the person is told after half a second of waiting; a plain sentence when it is empty.
+    explicit DbConnection(Database &database, const QString &what = {});
 
-    /// Runs a statement that gives no rows.
-    void execute(const QString &sql);
+    /// Runs a statement that gives no rows; gives the number of rows that it touched.
+    qint64 execute(const QString &sql);
     [[nodiscard]] DbRows query(const QString &sql);
+    /// The number that the last INSERT got from the database.
+    [[nodiscard]] quint64 insertId() const;
+    /// Ends the connection; the server rolls back and gives back locks.
+    void drop();
+
+private:
+    Database &m_database;
+};
+
+/// While one stands, what is read was asked for by nobody: all of it together gives up after a second, no window tells
+/// of it, and the person's input waits.
+class QuietReads
+{
+public:
+    explicit QuietReads(Database &database);
+    QuietReads(const QuietReads &) = delete;
+    QuietReads &operator=(const QuietReads &) = delete;
+    ~QuietReads();
 
 private:
     Database &m_database;

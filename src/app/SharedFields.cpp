@@ -1,6 +1,8 @@
 #include "app/SharedFields.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -32,4 +34,37 @@ int SharedFields::parent(int field) const
 {
     const auto pair = std::find_if(m_pairs.cbegin(), m_pairs.cend(), [field](Pair p) { return p.part == field; });
     return pair == m_pairs.cend() ? -1 : pair->whole;
+}
+
+std::vector<int> SharedFields::onSameGround(int field) const
+{
+    std::set<int> found;
+    const auto follow = [&](int Pair::*from, int Pair::*to) {
+        std::vector<int> next{field};
+        while (!next.empty()) {
+            const int here = next.back();
+            next.pop_back();
+            for (const Pair &pair : m_pairs)
+                if (pair.*from == here && pair.*to != field && found.insert(pair.*to).second)
+                    next.push_back(pair.*to);
+        }
+    };
+    follow(&Pair::whole, &Pair::part);
+    const std::set<int> parts = std::exchange(found, {});
+    follow(&Pair::part, &Pair::whole);
+    found.insert(parts.cbegin(), parts.cend());
+    return {found.cbegin(), found.cend()};
+}
+
+int SharedFields::ground(int field) const
+{
+    std::set<int> connected{field};
+    for (std::size_t before = 0; before != connected.size();) {
+        before = connected.size();
+        for (const Pair &pair : m_pairs) {
+            if (connected.contains(pair.whole) || connected.contains(pair.part))
+                connected.insert({pair.whole, pair.part});
+        }
+    }
+    return connected.size() > 1 ? *connected.cbegin() : -1;
 }

@@ -17,6 +17,12 @@ public:
     /// The A of the first pair whose B is this field, -1 when there is none.
     [[nodiscard]] int parent(int field) const;
 
+    /// Every other field that has ground in common with this one: its wholes and their wholes, its parts and theirs.
+    /// Two parts of one whole have none in common. Ascending.
+    [[nodiscard]] std::vector<int> onSameGround(int field) const;
+    /// One number for all fields that pairs connect, the lowest of them; -1 for a field that shares nothing.
+    [[nodiscard]] int ground(int field) const;
+
 private:
     struct Pair
     {

@@ -5,3 +5,13 @@ QString EscapeQuotes(QString &value)
     value.replace(u'\'', QLatin1String("\\'"));
     return value;
 }
+
+QString quoted(QString value)
+{
+    return EscapeQuotes(value);
+}
+
+QString counterTable(const QString &base, int counter)
+{
+    return base + QString::number(counter);
+}

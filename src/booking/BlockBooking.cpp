@@ -13,9 +13,11 @@ bool Block_Booking(Station &station, BookingClipboard &clipboard, ClipboardSourc
     for (const int index : selection.selected) {
         const QString hour = selection.row(index).hourText();
         const BookingOutcome outcome =
-            doBooking(station, clipboard, staff,
-                      {date, hour, booker->telephone, booker->organisation, booker->name, selection.field,
-                       booker->rateType, clipboard.fromWaitingList && source == ClipboardSource::WaitingList});
+            pasteOn(station, clipboard, staff, {date, hour, selection.field}, *booker, source);
+        if (outcome == BookingOutcome::EntryGone) {
+            station.prompts.refuse(refusalText(outcome));
+            return false;
+        }
         results.push_back({date, hour, outcome});
     }
     return true;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "booking/Booking.h"
+#include "booking/Pasting.h"
 
 #include <functional>
 
@@ -14,7 +14,8 @@ struct BlockBookingHour
 
 /// Books the clipboard's booker on the selected hours of one day and adds what became of them to the results. The
 /// source is the one that the block began with: its first booking may take the entry off the waiting list. False when
-/// the clipboard has no booker. Throws DbError; the results tell how far it came.
+/// the clipboard has no booker, or its entry has left the waiting list. Throws DbError and NotDone; the results tell
+/// how far it came.
 bool Block_Booking(Station &station, BookingClipboard &clipboard, ClipboardSource source, const QString &staff,
                    const QString &date, const DaySelection &selection, std::vector<BlockBookingHour> &results);
 

@@ -1,16 +1,14 @@
 #include "booking/Booking.h"
 
+#include "app/Operation.h"
 #include "app/SqlText.h"
+#include "booking/Ground.h"
 #include "booking/RemarkLog.h"
+#include "booking/SlotWords.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString slotCondition(const SlotKey &slot)
-{
-    return u"b_datetime='"_s + slot.dateTimeText() + u"' AND b_field="_s + QString::number(slot.field);
-}
 
 /// The rows that one booking writes, on its own field and on the fields that share its ground.
 class SlotBooking
@@ -18,29 +16,77 @@ class SlotBooking
 public:
     SlotBooking(Station &station, const QString &staff, const BookingRequest &request)
         : m_station(station),
-          m_connection(station.database),
+          m_operation(station, u"The booking of "_s + slotInWords(station, request.slot),
+                      groundLocks(station, request.slot)),
           m_staff(staff),
-          m_request(request),
-          m_slot{request.date, request.hour, request.field}
+          m_request(request)
     {
+    }
+
+    BookingOutcome book()
+    {
+        auto outcome = BookingOutcome::Booked;
+        m_operation.run([&] {
+            outcome = write();
+            return outcome == BookingOutcome::Booked;
+        });
+        return outcome;
+    }
+
+private:
+    [[nodiscard]] SlotKey slotOn(int field) const { return {m_request.slot.day, m_request.slot.hourText, field}; }
+
+    BookingOutcome write()
+    {
+        const SlotKey &slot = m_request.slot;
+        if (isTaken() || isGroundTaken(m_operation, m_station, slot, GroundLook::Snapshot))
+            return BookingOutcome::AlreadyBooked;
+        if (m_request.fromWaitingList && !holdsWaitingEntry())
+            return BookingOutcome::EntryGone;
+        if (!insert())
+            return BookingOutcome::AlreadyBooked;
+        if (m_request.fromWaitingList)
+            m_operation.execute(sql(u"DELETE FROM tbl_waitlist where w_id='%1'"_s, *m_request.fromWaitingList));
+        writeRemark(
+            m_station, m_operation,
+            {slot, u' ' + m_request.booker.name + u' ' + m_request.booker.telephone, u"book"_s, m_staff, u"  "_s});
+        for (const int partner : m_station.shared.partners(slot.field))
+            bookPartner(slotOn(partner));
+        if (const int parent = m_station.shared.parent(slot.field); parent >= 0)
+            countOnParent(slotOn(parent));
+        // Fields that share their ground hold a lock; on the others extra time may have been added since the look.
+        if (m_station.shared.ground(slot.field) < 0 && isGroundTaken(m_operation, m_station, slot, GroundLook::Locking))
+            return BookingOutcome::AlreadyBooked;
+        return BookingOutcome::Booked;
     }
 
     bool isTaken()
     {
-        return m_connection.query(u"SELECT * FROM tbl_booking WHERE "_s + slotCondition(m_slot)).size() > 0;
+        const SlotKey &slot = m_request.slot;
+        return m_operation
+                   .query(sql(u"SELECT * FROM tbl_booking WHERE b_datetime='%1' AND b_field=%2"_s, slot.dateTimeText(),
+                              slot.field))
+                   .size() > 0;
+    }
+
+    bool holdsWaitingEntry()
+    {
+        return m_operation
+                   .query(
+                       sql(u"SELECT w_id FROM tbl_waitlist WHERE w_id='%1' FOR UPDATE"_s, *m_request.fromWaitingList))
+                   .size() > 0;
     }
 
     /// False when another counter's booking of the slot stands already.
     bool insert()
     {
-        QString tel = m_request.tel;
-        QString org = m_request.org;
-        QString name = m_request.name;
+        const Booker &booker = m_request.booker;
         try {
-            m_connection.execute(u"INSERT INTO tbl_booking SET b_datetime='"_s + m_slot.dateTimeText() +
-                                 u"', b_bookertel='"_s + EscapeQuotes(tel) + u"', b_bookerorg='"_s + EscapeQuotes(org) +
-                                 u"', b_bookername='"_s + EscapeQuotes(name) + u"', b_field="_s +
-                                 QString::number(m_slot.field) + u", b_specialrate='"_s + m_request.rateType + u"'"_s);
+            m_operation.execute(sql(u"INSERT INTO tbl_booking SET b_datetime='%1', b_bookertel='%2', b_bookerorg='%3', "
+                                    "b_bookername='%4', b_field=%5, b_specialrate='%6'"_s,
+                                    m_request.slot.dateTimeText(), quoted(booker.telephone),
+                                    quoted(booker.organisation), quoted(booker.name), m_request.slot.field,
+                                    booker.rateType));
         } catch (const DbError &error) {
             if (error.isDuplicateKey())
                 return false;
@@ -49,48 +95,34 @@ public:
         return true;
     }
 
-    void takeOffWaitingList(const QString &entryId)
+    void bookPartner(const SlotKey &slot)
     {
-        m_connection.execute(u"DELETE FROM tbl_waitlist where w_id='"_s + entryId + u"'"_s);
+        m_operation.execute(sql(u"INSERT INTO tbl_booking SET b_datetime='%1', b_bookertel='', b_bookerorg='', "
+                                "b_bookername='Shared Booking', b_field=%2, b_specialrate=''"_s,
+                                slot.dateTimeText(), slot.field));
+        writeRemark(m_station, m_operation, {slot, u" shared booking"_s, u"book"_s, m_staff});
     }
 
-    void writeBookingRemark()
+    void countOnParent(const SlotKey &slot)
     {
-        writeRemark(m_station, m_connection,
-                    {m_slot, u' ' + m_request.name + u' ' + m_request.tel, u"book"_s, m_staff, u"  "_s});
-    }
-
-    void bookPartner(int field)
-    {
-        const SlotKey slot{m_request.date, m_request.hour, field};
-        m_connection.execute(u"INSERT INTO tbl_booking SET b_datetime='"_s + slot.dateTimeText() +
-                             u"', b_bookertel='', b_bookerorg='', b_bookername='Shared Booking', b_field="_s +
-                             QString::number(field) + u", b_specialrate=''"_s);
-        writeRemark(m_station, m_connection, {slot, u" shared booking"_s, u"book"_s, m_staff});
-    }
-
-    void countOnParent(int field)
-    {
-        const SlotKey slot{m_request.date, m_request.hour, field};
-        DbRows rows = m_connection.query(u"SELECT * FROM tbl_booking where "_s + slotCondition(slot));
+        const QString condition = sql(u"b_datetime='%1' AND b_field=%2"_s, slot.dateTimeText(), slot.field);
+        DbRows rows = m_operation.query(u"SELECT * FROM tbl_booking where "_s + condition);
         const int shared = rows.next() ? rows.number("b_shared") : 0;
         if (shared == 0)
-            m_connection.execute(u"INSERT INTO tbl_booking SET b_datetime='"_s + slot.dateTimeText() +
-                                 u"', b_bookertel='', b_bookerorg='', b_bookername= 'Partially Shared'  , b_shared= "
-                                 u"b_shared + 1, b_field="_s +
-                                 QString::number(field) + u", b_specialrate=''"_s);
+            m_operation.execute(sql(u"INSERT INTO tbl_booking SET b_datetime='%1', b_bookertel='', b_bookerorg='', "
+                                    "b_bookername= 'Partially Shared'  , b_shared= b_shared + 1, b_field=%2, "
+                                    "b_specialrate=''"_s,
+                                    slot.dateTimeText(), slot.field));
         else
-            m_connection.execute(u"UPDATE tbl_booking SET b_shared= b_shared + 1 where "_s + slotCondition(slot));
-        writeRemark(m_station, m_connection,
-                    {slot, u" partially booked field "_s + QString::number(field), u"book"_s, m_staff});
+            m_operation.execute(u"UPDATE tbl_booking SET b_shared= b_shared + 1 where "_s + condition);
+        writeRemark(m_station, m_operation,
+                    {slot, u" partially booked field "_s + QString::number(slot.field), u"book"_s, m_staff});
     }
 
-private:
     Station &m_station;
-    DbConnection m_connection;
+    Operation m_operation;
     const QString &m_staff;
     const BookingRequest &m_request;
-    SlotKey m_slot;
 };
 
 } // namespace
@@ -102,30 +134,20 @@ QString refusalText(BookingOutcome outcome)
         return u"You cannot book previous entry"_s;
     case BookingOutcome::AlreadyBooked:
         return u"The field already being booked"_s;
+    case BookingOutcome::EntryGone:
+        return u"The waiting-list entry that you took is no longer on the list: it was booked or deleted since. "
+               u"Nothing was booked."_s;
     case BookingOutcome::Booked:
         break;
     }
     return {};
 }
 
-BookingOutcome doBooking(Station &station, BookingClipboard &clipboard, const QString &staff,
-                         const BookingRequest &request)
+BookingOutcome doBooking(Station &station, const QString &staff, const BookingRequest &request)
 {
-    SlotBooking booking(station, staff, request);
-    if (hoursUntil(station.now(), request.date, request.hour, station.hours()) < 0)
+    if (hoursUntil(station.now(), request.slot.day, request.slot.hourText, station.hours()) < 0)
         return BookingOutcome::PreviousEntry;
-    if (booking.isTaken() || !booking.insert())
-        return BookingOutcome::AlreadyBooked;
-    if (request.fromWaitingList) {
-        booking.takeOffWaitingList(clipboard.waitingListId);
-        clipboard.fromWaitingList = false;
-    }
-    booking.writeBookingRemark();
-    for (const int partner : station.shared.partners(request.field))
-        booking.bookPartner(partner);
-    if (const int parent = station.shared.parent(request.field); parent >= 0)
-        booking.countOnParent(parent);
-    return BookingOutcome::Booked;
+    return SlotBooking(station, staff, request).book();
 }
 
 std::optional<Verification> startBooking(Station &station, const DaySelection &selection)
@@ -145,14 +167,11 @@ std::optional<Verification> startBooking(Station &station, const DaySelection &s
     return station.prompts.verifyStaff();
 }
 
-void bookSelection(Station &station, BookingClipboard &clipboard, const QString &staff, const DaySelection &selection,
-                   const Booker &booker, bool fromWaitingList, std::vector<int> *handled)
+void bookSelection(Station &station, const QString &staff, const DaySelection &selection, const Booker &booker,
+                   std::vector<int> *handled)
 {
     for (const int index : selection.selected) {
-        const BookingOutcome outcome =
-            doBooking(station, clipboard, staff,
-                      {selection.day, selection.row(index).hourText(), booker.telephone, booker.organisation,
-                       booker.name, selection.field, booker.rateType, fromWaitingList && clipboard.fromWaitingList});
+        const BookingOutcome outcome = doBooking(station, staff, {selection.slotOf(selection.row(index)), booker});
         if (handled)
             handled->push_back(index);
         if (outcome != BookingOutcome::Booked)

@@ -1,7 +1,7 @@
 #include "booking/BookingClipboard.h"
 
+#include "app/Operation.h"
 #include "app/SqlText.h"
-#include "booking/Booking.h"
 
 using namespace Qt::StringLiterals;
 
@@ -30,21 +30,6 @@ private:
     DbConnection &m_connection;
 };
 
-QString clipboardTable(const Station &station)
-{
-    return u"tbl_booking_clipboard"_s + QString::number(station.settings.ThisCounter);
-}
-
-QString slotCondition(const SlotKey &slot)
-{
-    return u" where b_datetime='"_s + slot.dateTimeText() + u"' AND b_field="_s + QString::number(slot.field);
-}
-
-Booker bookerOf(const DbRows &row)
-{
-    return {row.text("b_bookername"), row.text("b_bookerorg"), row.text("b_bookertel"), row.text("b_specialrate")};
-}
-
 QString reasonNotToCopy(const DaySelection &selection)
 {
     const DayRow *row = selection.current < 0 ? nullptr : &selection.row(selection.current);
@@ -57,73 +42,36 @@ QString reasonNotToCopy(const DaySelection &selection)
     return {};
 }
 
-void insertCopy(DbConnection &connection, const QString &table, const SlotKey &slot, Booker booker)
+void insertCopy(DbConnection &connection, const QString &table, const SlotKey &slot, const Booker &booker)
 {
     const TableLock lock(connection, table);
-    connection.execute(u"INSERT INTO "_s + table + u" SET b_datetime='"_s + slot.dateTimeText() +
-                       u"', b_bookertel='"_s + EscapeQuotes(booker.telephone) + u"', b_bookerorg='"_s +
-                       EscapeQuotes(booker.organisation) + u"', b_bookername='"_s + EscapeQuotes(booker.name) +
-                       u"', b_field="_s + QString::number(slot.field) + u", b_specialrate='"_s + booker.rateType +
-                       u"'"_s);
+    connection.execute(
+        sql(u"INSERT INTO %1 SET b_datetime='%2', b_bookertel='%3', b_bookerorg='%4', b_bookername='%5', "
+            "b_field=%6, b_specialrate='%7'"_s,
+            table, slot.dateTimeText(), quoted(booker.telephone), quoted(booker.organisation), quoted(booker.name),
+            slot.field, booker.rateType));
 }
 
-void insertCut(DbConnection &connection, WaitingEntry entry)
+void insertCut(Operation &operation, const WaitingEntry &entry)
 {
-    connection.execute(u"INSERT INTO tbl_waitlist_clipboard SET w_datetime='"_s + entry.dateTimeText +
-                       u"', w_bookertel='"_s + EscapeQuotes(entry.booker.telephone) + u"', w_bookerorg='"_s +
-                       EscapeQuotes(entry.booker.organisation) + u"', w_bookername='"_s +
-                       EscapeQuotes(entry.booker.name) + u"', w_field="_s + QString::number(entry.field) +
-                       u", w_specialrate='"_s + entry.booker.rateType + u"', w_staffname='"_s +
-                       EscapeQuotes(entry.staffName) + u"'"_s);
-}
-
-QString waitingEntryQuery(const QString &id)
-{
-    return u"SELECT * FROM tbl_waitlist where w_id='"_s + id + u"'"_s;
-}
-
-bool isOnWaitingList(DbConnection &connection, const QString &id)
-{
-    return connection.query(waitingEntryQuery(id)).size() > 0;
-}
-
-// The waiting-list clipboard is one table for all counters: its row must be the entry that this counter cut. Another
-// counter may have cut the same entry and booked it already, or deleted it.
-std::optional<Booker> cutBooker(Station &station, const BookingClipboard &clipboard)
-{
-    DbConnection connection(station.database);
-    DbRows rows = connection.query(u"SELECT * FROM tbl_waitlist_clipboard"_s);
-    std::optional<Booker> booker;
-    while (rows.next() && !booker) {
-        WaitingEntry held = waitingEntryOf(rows);
-        held.id = clipboard.waitingListId;
-        if (held == clipboard.cut)
-            booker = held.booker;
-    }
-    if (!booker) {
-        station.prompts.inform(u"The waiting-list entry that you took is no longer held for pasting: another counter "
-                               u"has taken an entry since. Nothing was booked. Take the entry from the list again."_s);
-    } else if (clipboard.fromWaitingList && !isOnWaitingList(connection, clipboard.waitingListId)) {
-        station.prompts.inform(u"The waiting-list entry that you took is no longer on the list: it was booked or "
-                               u"deleted since. Nothing was booked."_s);
-        return std::nullopt;
-    }
-    return booker;
-}
-
-std::optional<Booker> copiedBooker(Station &station, const BookingClipboard &clipboard)
-{
-    DbConnection connection(station.database);
-    DbRows rows =
-        connection.query(u"SELECT * FROM "_s + clipboardTable(station) + slotCondition(clipboard.copied.value()));
-    if (rows.next())
-        return bookerOf(rows);
-    station.prompts.inform(u"The copied booking is no longer on this counter's clipboard. Nothing was booked. "
-                           u"Copy the booking again."_s);
-    return std::nullopt;
+    operation.insertProof(sql(u"INSERT INTO tbl_waitlist_clipboard SET w_datetime='%1', w_bookertel='%2', "
+                              "w_bookerorg='%3', w_bookername='%4', w_field=%5, w_specialrate='%6', w_staffname='%7'"_s,
+                              entry.dateTimeText, quoted(entry.booker.telephone), quoted(entry.booker.organisation),
+                              quoted(entry.booker.name), entry.field, entry.booker.rateType, quoted(entry.staffName)),
+                          u"tbl_waitlist_clipboard"_s, u"w_id"_s);
 }
 
 } // namespace
+
+QString clipboardTable(const Station &station)
+{
+    return counterTable(u"tbl_booking_clipboard"_s, station.settings.ThisCounter);
+}
+
+Booker bookerOf(const DbRows &row)
+{
+    return {row.text("b_bookername"), row.text("b_bookerorg"), row.text("b_bookertel"), row.text("b_specialrate")};
+}
 
 bool copySlot(Station &station, BookingClipboard &clipboard, const DaySelection &selection)
 {
@@ -137,7 +85,8 @@ bool copySlot(Station &station, BookingClipboard &clipboard, const DaySelection 
     clipboard.copied.reset();
     clipboard.fromWaitingList = false;
     connection.execute(u"TRUNCATE TABLE "_s + table);
-    DbRows rows = connection.query(u"SELECT * FROM tbl_booking"_s + slotCondition(slot));
+    DbRows rows = connection.query(
+        sql(u"SELECT * FROM tbl_booking where b_datetime='%1' AND b_field=%2"_s, slot.dateTimeText(), slot.field));
     if (!rows.next()) {
         station.prompts.refuse(u"You cannot copy empty slot"_s);
         return false;
@@ -155,43 +104,22 @@ bool cutWaitingEntry(Station &station, BookingClipboard &clipboard, const QStrin
         station.prompts.refuse(u"You cannot copy empty slot"_s);
         return false;
     }
-    DbConnection connection(station.database);
     clipboard.fromWaitingList = false;
-    connection.execute(u"DELETE FROM tbl_waitlist_clipboard WHERE w_id>0"_s);
-    DbRows rows = connection.query(waitingEntryQuery(id));
-    if (!rows.next()) {
+    Operation operation(station, u"Taking the waiting-list entry"_s);
+    const bool taken = operation.run([&] {
+        operation.execute(u"DELETE FROM tbl_waitlist_clipboard WHERE w_id>0"_s);
+        DbRows rows = operation.query(sql(u"SELECT * FROM tbl_waitlist where w_id='%1'"_s, id));
+        if (!rows.next())
+            return false;
+        clipboard.cut = waitingEntryOf(rows);
+        insertCut(operation, clipboard.cut);
+        return true;
+    });
+    if (!taken) {
         station.prompts.inform(u"This entry is no longer on the waiting list."_s);
         return false;
     }
-    clipboard.cut = waitingEntryOf(rows);
     clipboard.waitingListId = id;
-    insertCut(connection, clipboard.cut);
     clipboard.fromWaitingList = true;
-    return true;
-}
-
-std::optional<Booker> clipboardBooker(Station &station, const BookingClipboard &clipboard, ClipboardSource source)
-{
-    switch (source) {
-    case ClipboardSource::WaitingList:
-        return cutBooker(station, clipboard);
-    case ClipboardSource::CopiedSlot:
-        return copiedBooker(station, clipboard);
-    case ClipboardSource::Nothing:
-        break;
-    }
-    station.prompts.inform(u"There is nothing to paste: copy a booking or take a waiting-list entry first."_s);
-    return std::nullopt;
-}
-
-bool pasteSelection(Station &station, BookingClipboard &clipboard, const DaySelection &selection)
-{
-    const auto booker = clipboardBooker(station, clipboard, clipboard.source());
-    if (!booker)
-        return false;
-    const auto verification = station.prompts.verifyStaff();
-    if (!verification)
-        return false;
-    bookSelection(station, clipboard, verification->staffName, selection, *booker, clipboard.fromWaitingList);
     return true;
 }

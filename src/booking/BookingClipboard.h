@@ -34,13 +34,12 @@ struct BookingClipboard
 bool copySlot(Station &station, BookingClipboard &clipboard, const DaySelection &selection);
 
 /// mnu_Cut: takes a waiting-list entry (tbl_waitlist) to tbl_waitlist_clipboard; it stays on the list until it is
-/// booked. An empty id is refused. False when nothing was taken. Throws DbError.
+/// booked. An empty id is refused. False when nothing was taken. Throws DbError and
+/// NotDone.
 bool cutWaitingEntry(Station &station, BookingClipboard &clipboard, const QString &id);
 
-/// The booker on the clipboard as the database holds it now; nothing when there is none, when the row is not the one
-/// that this counter cut, or when the cut entry has left the waiting list since: staff are told then. Throws DbError.
-std::optional<Booker> clipboardBooker(Station &station, const BookingClipboard &clipboard, ClipboardSource source);
+/// The counter's own clipboard table.
+QString clipboardTable(const Station &station);
 
-/// mnu_Paste: verifies the staff member and books the clipboard's booker on every selected row; a row that is refused
-/// shows its message and the others go on. False when nothing was tried. Throws DbError.
-bool pasteSelection(Station &station, BookingClipboard &clipboard, const DaySelection &selection);
+/// The booker in a row of tbl_booking or of a booking clipboard.
+Booker bookerOf(const DbRows &row);

@@ -1,7 +1,11 @@
 #include "booking/Cancelling.h"
 
 #include "app/FieldLengths.h"
+#include "app/Operation.h"
+#include "app/SqlText.h"
+#include "booking/Ground.h"
 #include "booking/RemarkLog.h"
+#include "booking/SlotWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,70 +17,84 @@ const QString cancelJob = u"cancel"_s;
 class SlotCancelling
 {
 public:
-    SlotCancelling(Station &station, const QString &staff, const CancelRequest &request, std::vector<SlotKey> *freed)
-        : m_station(station), m_connection(station.database), m_staff(staff), m_request(request), m_freed(freed)
+    SlotCancelling(Station &station, const QString &staff, const CancelRequest &request)
+        : m_station(station),
+          m_operation(station, u"The clearing of "_s + slotInWords(station, request.slot),
+                      groundLocks(station, request.slot)),
+          m_staff(staff),
+          m_request(request)
     {
     }
 
-    CancelOutcome cancel()
+    Cancelling cancel()
     {
-        const SlotKey slot = slotOn(m_request.field);
-        const QString field = QString::number(slot.field);
-        DbRows rows = m_connection.query(u"SELECT * FROM tbl_booking WHERE b_datetime='"_s + slot.dateTimeText() +
-                                         u"' AND b_field="_s + field);
-        if (!rows.next())
+        m_operation.run([this] {
+            m_result = {};
+            m_result.outcome = write();
+            return m_result.outcome == CancelOutcome::Cancelled;
+        });
+        return m_result;
+    }
+
+private:
+    [[nodiscard]] SlotKey slotOn(int field) const { return {m_request.slot.day, m_request.slot.hourText, field}; }
+
+    CancelOutcome write()
+    {
+        const SlotKey &slot = m_request.slot;
+        const auto holder = holdSlot(m_operation, slot);
+        DbRows rows = m_operation.query(
+            sql(u"SELECT * FROM tbl_booking WHERE b_datetime='%1' AND b_field=%2"_s, slot.dateTimeText(), slot.field));
+        if (!holder || !rows.next())
             return CancelOutcome::FieldEmpty;
-        if (rows.amount("b_paid") > 0)
+        if (holder->name != m_request.booker) {
+            m_result.holder = holder->name;
+            return CancelOutcome::ChangedMeanwhile;
+        }
+        if (holder->isPaid)
             return CancelOutcome::PaidItem;
-        m_connection.execute(u"DELETE FROM tbl_booking where b_datetime='"_s + slot.dateTimeText() +
-                             u"' AND  b_field="_s + field);
-        becameFree(slot);
-        writeRemark(m_station, m_connection, {slot, m_request.reason, cancelJob, m_staff});
-        for (const int partner : m_station.shared.partners(m_request.field))
+        m_operation.execute(
+            sql(u"DELETE FROM tbl_booking where b_datetime='%1' AND  b_field=%2"_s, slot.dateTimeText(), slot.field));
+        m_result.freed.push_back(slot);
+        writeRemark(m_station, m_operation, {slot, m_request.reason, cancelJob, m_staff});
+        for (const int partner : m_station.shared.partners(slot.field))
             freePartner(slotOn(partner));
-        if (const int parent = m_station.shared.parent(m_request.field); parent >= 0)
+        if (const int parent = m_station.shared.parent(slot.field); parent >= 0)
             countDownOnParent(slotOn(parent));
         return CancelOutcome::Cancelled;
     }
 
-private:
-    [[nodiscard]] SlotKey slotOn(int field) const { return {m_request.date, m_request.hour, field}; }
-
-    void becameFree(const SlotKey &slot)
+    void deleteRows(const SlotKey &slot)
     {
-        if (m_freed)
-            m_freed->push_back(slot);
+        m_operation.execute(
+            sql(u"DELETE FROM tbl_booking WHERE b_datetime='%1' AND b_field=%2"_s, slot.dateTimeText(), slot.field));
+        m_result.freed.push_back(slot);
     }
 
     void freePartner(const SlotKey &slot)
     {
-        m_connection.execute(u"DELETE FROM tbl_booking WHERE b_datetime='"_s + slot.dateTimeText() +
-                             u"' AND b_field="_s + QString::number(slot.field));
-        becameFree(slot);
-        writeRemark(m_station, m_connection, {slot, u" shared booking"_s, cancelJob, m_staff});
+        deleteRows(slot);
+        writeRemark(m_station, m_operation, {slot, u" shared booking"_s, cancelJob, m_staff});
     }
 
     void countDownOnParent(const SlotKey &slot)
     {
-        const QString field = QString::number(slot.field);
-        const QString condition = u" where b_datetime='"_s + slot.dateTimeText() + u"' AND b_field="_s + field;
-        DbRows rows = m_connection.query(u"SELECT * FROM tbl_booking"_s + condition);
+        const QString condition = sql(u" where b_datetime='%1' AND b_field=%2"_s, slot.dateTimeText(), slot.field);
+        DbRows rows = m_operation.query(u"SELECT * FROM tbl_booking"_s + condition);
         const int shared = rows.next() ? rows.number("b_shared") : 0;
-        if (shared == 1) {
-            m_connection.execute(u"DELETE FROM tbl_booking WHERE b_datetime='"_s + slot.dateTimeText() +
-                                 u"' AND b_field="_s + field);
-            becameFree(slot);
-        } else {
-            m_connection.execute(u"UPDATE tbl_booking SET b_shared=b_shared - 1"_s + condition);
-        }
-        writeRemark(m_station, m_connection, {slot, u" partially booked field "_s + field, cancelJob, m_staff});
+        if (shared == 1)
+            deleteRows(slot);
+        else
+            m_operation.execute(u"UPDATE tbl_booking SET b_shared=b_shared - 1"_s + condition);
+        writeRemark(m_station, m_operation,
+                    {slot, u" partially booked field "_s + QString::number(slot.field), cancelJob, m_staff});
     }
 
     Station &m_station;
-    DbConnection m_connection;
+    Operation m_operation;
     const QString &m_staff;
     const CancelRequest &m_request;
-    std::vector<SlotKey> *m_freed;
+    Cancelling m_result;
 };
 
 /// Why the texts of a booker cell may not be cleared; Cancelled when they may.
@@ -97,13 +115,13 @@ QString reasonNotToClear(const DayRow &row)
         return u"You cannot delete paid slot"_s;
     if (row.isFree())
         return u"You cannot delete an empty slot"_s;
-    return refusalText(markOutcome(row.booker));
+    return Cancelling{markOutcome(row.booker)}.refusalText();
 }
 
-void tell(Prompts &prompts, CancelOutcome outcome)
+void tell(Prompts &prompts, const Cancelling &result)
 {
-    const QString text = refusalText(outcome);
-    if (outcome == CancelOutcome::PaidItem)
+    const QString text = result.refusalText();
+    if (result.outcome == CancelOutcome::PaidItem)
         prompts.inform(text);
     else if (!text.isEmpty())
         prompts.refuse(text);
@@ -111,7 +129,7 @@ void tell(Prompts &prompts, CancelOutcome outcome)
 
 } // namespace
 
-QString refusalText(CancelOutcome outcome)
+QString Cancelling::refusalText() const
 {
     switch (outcome) {
     case CancelOutcome::PreviousEntry:
@@ -126,6 +144,8 @@ QString refusalText(CancelOutcome outcome)
         return u"The field is empty"_s;
     case CancelOutcome::PaidItem:
         return u"You cannot delete paid item"_s;
+    case CancelOutcome::ChangedMeanwhile:
+        return changedMeanwhile(holder);
     case CancelOutcome::Cancelled:
     case CancelOutcome::NoReason:
         break;
@@ -133,16 +153,15 @@ QString refusalText(CancelOutcome outcome)
     return {};
 }
 
-CancelOutcome doCancel(Station &station, const QString &staff, const CancelRequest &request,
-                       std::vector<SlotKey> *freed)
+Cancelling doCancel(Station &station, const QString &staff, const CancelRequest &request)
 {
-    if (hoursUntil(station.now(), request.date, request.hour, station.hours()) < 0)
-        return CancelOutcome::PreviousEntry;
+    if (hoursUntil(station.now(), request.slot.day, request.slot.hourText, station.hours()) < 0)
+        return {CancelOutcome::PreviousEntry};
     if (const CancelOutcome outcome = markOutcome(request.booker); outcome != CancelOutcome::Cancelled)
-        return outcome;
+        return {outcome};
     if (request.reason.isEmpty())
-        return CancelOutcome::NoReason;
-    return SlotCancelling(station, staff, request, freed).cancel();
+        return {CancelOutcome::NoReason};
+    return SlotCancelling(station, staff, request).cancel();
 }
 
 void clearSelection(Station &station, const DaySelection &selection, std::vector<SlotKey> &freed)
@@ -162,12 +181,12 @@ void clearSelection(Station &station, const DaySelection &selection, std::vector
         return;
     for (const int index : selection.selected) {
         const DayRow &row = selection.row(index);
-        const CancelOutcome outcome =
-            doCancel(station, verification->staffName,
-                     {selection.day, row.hourText(), row.booker, selection.field, reason}, &freed);
+        const Cancelling result =
+            doCancel(station, verification->staffName, {selection.slotOf(row), row.booker, reason});
+        freed.insert(freed.end(), result.freed.cbegin(), result.freed.cend());
         const auto next = std::size_t(index) + 1;
-        if (outcome == CancelOutcome::Cancelled && next < selection.rows.size() && selection.rows[next].isExtraTime())
+        if (!result.freed.empty() && next < selection.rows.size() && selection.rows[next].isExtraTime())
             freed.push_back(selection.slotOf(selection.rows[next]));
-        tell(station.prompts, outcome);
+        tell(station.prompts, result);
     }
 }

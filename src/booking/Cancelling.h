@@ -5,10 +5,8 @@
 
 struct CancelRequest
 {
-    QString date; ///< "yyyy-mm-dd" of the business day
-    QString hour; ///< "hh:mm", midnight "24:00"
-    QString booker;
-    int field = 0;
+    SlotKey slot;
+    QString booker; ///< the text of the cell
     QString reason;
 };
 
@@ -20,19 +18,27 @@ enum class CancelOutcome {
     PartiallyShared,
     SharedBooking,
     FieldEmpty,
-    PaidItem
+    PaidItem,
+    ChangedMeanwhile
 };
 
-/// The refusal's text; empty for Cancelled and NoReason.
-QString refusalText(CancelOutcome outcome);
+/// What became of one clearing.
+struct Cancelling
+{
+    CancelOutcome outcome = CancelOutcome::Cancelled;
+    std::vector<SlotKey> freed = {}; ///< the slots that became free, its own first
+    QString holder = {};             ///< who stands there instead, when it has changed meanwhile
+
+    /// The refusal's text; empty for Cancelled and NoReason.
+    [[nodiscard]] QString refusalText() const;
+};
 
 /// Deletes one booking with the marker rows that it made on shared fields (tbl_booking) and writes their remarks
-/// (tbl_remark). Adds the slots that became free with it, its own first, to `freed`. Shows nothing. Throws DbError;
-/// what was written stays.
-CancelOutcome doCancel(Station &station, const QString &staff, const CancelRequest &request,
-                       std::vector<SlotKey> *freed = nullptr);
+/// (tbl_remark), whole or not at all. A slot that somebody else than the cell's booker holds by now stays. Shows
+/// nothing. Throws DbError and NotDone.
+Cancelling doCancel(Station &station, const QString &staff, const CancelRequest &request);
 
 /// btn_Clear: the first selected row that may not be cleared refuses everything; then the staff member is verified and
 /// asked for a reason, and every row is cleared, a refused one with its message. Adds the slots that became free to
-/// `freed`, also on fields that share the ground and where extra time ran to. Throws DbError.
+/// `freed`, also on fields that share the ground and where extra time ran to. Throws DbError and NotDone.
 void clearSelection(Station &station, const DaySelection &selection, std::vector<SlotKey> &freed);

@@ -1,6 +1,10 @@
 #include "booking/ExtraTime.h"
 
+#include "app/Operation.h"
+#include "app/SqlText.h"
+#include "booking/Ground.h"
 #include "booking/RemarkLog.h"
+#include "booking/SlotWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,7 +24,7 @@ const DayRow *rowAfter(const DaySelection &selection)
 // No blank stands between the quote and AND.
 QString condition(const SlotKey &slot)
 {
-    return u" WHERE b_datetime='"_s + slot.dateTimeText() + u"'AND b_field="_s + QString::number(slot.field);
+    return sql(u" WHERE b_datetime='%1'AND b_field=%2"_s, slot.dateTimeText(), slot.field);
 }
 
 QString reasonNotToAdd(const Station &station, const DaySelection &selection, qint16 minutes)
@@ -61,35 +65,118 @@ std::optional<Verification> verifyUnless(Prompts &prompts, const QString &refusa
     return std::nullopt;
 }
 
+/// Changes the extra minutes of the current slot while its booker is still the one in the grid. Says what stood against
+/// it; empty when it is done, or when the slot has vanished, which is told by the grid alone.
+class ExtraTimeChange
+{
+public:
+    ExtraTimeChange(Station &station, const DaySelection &selection, const QString &staff)
+        : m_station(station),
+          m_row(selection.row(selection.current)),
+          m_slot(selection.slotOf(m_row)),
+          m_staff(staff),
+          m_operation(station, u"The extra time of "_s + slotInWords(station, m_slot),
+                      groundLocks(station, m_slot, true))
+    {
+    }
+
+    QString add(qint16 minutes)
+    {
+        return run([&] { return tryToAdd(minutes); });
+    }
+
+    QString clear()
+    {
+        return run([this] { return tryToClear(); });
+    }
+
+private:
+    struct Result
+    {
+        bool isDone = false;
+        QString refusal = {};
+    };
+
+    QString run(const std::function<Result()> &change)
+    {
+        Result result;
+        m_operation.run([&] {
+            result = change();
+            return result.isDone;
+        });
+        return result.refusal;
+    }
+
+    /// Why the slot is not what the grid shows any more; empty also for one that has vanished.
+    [[nodiscard]] QString changed(const std::optional<SlotHolder> &holder) const
+    {
+        if (!holder)
+            return {};
+        return holder->name == m_row.booker ? QString() : changedMeanwhile(holder->name);
+    }
+
+    Result tryToAdd(qint16 minutes)
+    {
+        const auto holder = holdSlot(m_operation, m_slot);
+        if (const QString refusal = changed(holder); !refusal.isEmpty())
+            return {false, refusal};
+        if (holder && holder->isPaid)
+            return {false, u"The slot already paid"_s};
+        if (m_operation.query(u"SELECT * FROM tbl_booking"_s + condition(m_slot)).size() == 0)
+            return {};
+        const Result sold{false, u"The field already being booked"_s};
+        if (isNextHourSold(m_operation, m_station, m_slot, GroundLook::Snapshot))
+            return sold;
+        m_operation.execute(sql(u"UPDATE tbl_booking SET b_extratime=%1%2"_s, int(minutes), condition(m_slot)));
+        writeRemark(m_station, m_operation,
+                    {m_slot, u" for player adding "_s + QString::number(minutes) + u" minutes more "_s, u"extra time"_s,
+                     m_staff});
+        // Fields that share their ground hold a lock; on the others the hour may have been sold since the look.
+        if (m_station.shared.ground(m_slot.field) < 0 &&
+            isNextHourSold(m_operation, m_station, m_slot, GroundLook::Locking))
+            return sold;
+        return {true};
+    }
+
+    Result tryToClear()
+    {
+        const auto holder = holdSlot(m_operation, m_slot);
+        if (const QString refusal = changed(holder); !refusal.isEmpty())
+            return {false, refusal};
+        if (!holder)
+            return {};
+        if (holder->isPaid)
+            return {false, u"You cannot delete paid slot"_s};
+        m_operation.execute(u"UPDATE tbl_booking SET b_extratime=0"_s + condition(m_slot));
+        writeRemark(m_station, m_operation, {m_slot, u" do not want extratime."_s, u"delete extra time"_s, m_staff});
+        return {true};
+    }
+
+    Station &m_station;
+    const DayRow &m_row;
+    SlotKey m_slot;
+    const QString &m_staff;
+    Operation m_operation;
+};
+
+bool tell(Prompts &prompts, const QString &refusal)
+{
+    if (!refusal.isEmpty())
+        prompts.refuse(refusal);
+    return refusal.isEmpty();
+}
+
 } // namespace
 
 bool AddExtraTime(Station &station, const DaySelection &selection, qint16 minutes)
 {
     const auto verification = verifyUnless(station.prompts, reasonNotToAdd(station, selection, minutes));
-    if (!verification)
-        return false;
-    const SlotKey slot = selection.slotOf(selection.row(selection.current));
-    const QString number = QString::number(minutes);
-    DbConnection connection(station.database);
-    // A slot that has vanished since the grid was drawn gets nothing, without a message.
-    if (connection.query(u"SELECT * FROM tbl_booking"_s + condition(slot)).size() > 0) {
-        connection.execute(u"UPDATE tbl_booking SET b_extratime="_s + number + condition(slot));
-        writeRemark(
-            station, connection,
-            {slot, u" for player adding "_s + number + u" minutes more "_s, u"extra time"_s, verification->staffName});
-    }
-    return true;
+    return verification &&
+           tell(station.prompts, ExtraTimeChange(station, selection, verification->staffName).add(minutes));
 }
 
 bool clearExtraTime(Station &station, const DaySelection &selection)
 {
     const auto verification = verifyUnless(station.prompts, reasonNotToClear(station, selection));
-    if (!verification)
-        return false;
-    const SlotKey slot = selection.slotOf(selection.row(selection.current));
-    DbConnection connection(station.database);
-    connection.execute(u"UPDATE tbl_booking SET b_extratime=0"_s + condition(slot));
-    writeRemark(station, connection,
-                {slot, u" do not want extratime."_s, u"delete extra time"_s, verification->staffName});
-    return true;
+    return verification && tell(station.prompts, ExtraTimeChange(station, selection, verification->staffName).clear());
 }

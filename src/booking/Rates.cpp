@@ -1,17 +1,20 @@
 #include "booking/Rates.h"
 
 #include "app/Formats.h"
+#include "app/Operation.h"
+#include "app/SqlText.h"
+#include "booking/Ground.h"
 #include "booking/RemarkLog.h"
+#include "booking/SlotWords.h"
 
 using namespace Qt::StringLiterals;
 
 double CalcFieldRate(Database &database, qint16 field, qint16 hour, const QString &dayName, const QString &rateType)
 {
-    const QString hourOfDay = QString::number(hour == 24 ? 0 : hour);
     DbConnection connection(database);
-    DbRows rows = connection.query(u"SELECT * from tbl_rate where r_day LIKE \""_s + dayName + u"\" AND r_field="_s +
-                                   QString::number(field) + u" AND r_special = \""_s + rateType +
-                                   u"\" AND r_timestart<="_s + hourOfDay + u" and r_timestop>="_s + hourOfDay);
+    DbRows rows = connection.query(sql(u"SELECT * from tbl_rate where r_day LIKE \"%1\" AND r_field=%2 AND r_special = "
+                                       "\"%3\" AND r_timestart<=%4 and r_timestop>=%4"_s,
+                                       dayName, int(field), rateType, hour == 24 ? 0 : int(hour)));
     return rows.next() ? rows.amount("r_rate") : 0;
 }
 
@@ -38,18 +41,35 @@ bool changeRateType(Station &station, const DaySelection &selection, const QStri
         station.prompts.inform(u"Only an administrator can change the rate of a slot."_s);
         return false;
     }
-    SetMembershipStatus(station, verification->staffName, selection, rateType);
-    return true;
+    const QString refusal = SetMembershipStatus(station, verification->staffName, selection, rateType);
+    if (!refusal.isEmpty())
+        station.prompts.refuse(refusal);
+    return refusal.isEmpty();
 }
 
-void SetMembershipStatus(Station &station, const QString &staff, const DaySelection &selection, const QString &rateType)
+QString SetMembershipStatus(Station &station, const QString &staff, const DaySelection &selection,
+                            const QString &rateType)
 {
     const DayRow &row = selection.row(selection.current);
     const SlotKey slot = selection.slotOf(row);
-    DbConnection connection(station.database);
-    connection.execute(u"UPDATE tbl_booking SET b_specialrate='"_s + rateType + u"' where b_datetime='"_s +
-                       slot.dateTimeText() + u"' AND b_field="_s + QString::number(slot.field));
-    writeRemark(
-        station, connection,
-        {slot, u" set "_s + rateType + u" rate for "_s + row.booker + u' ' + row.hourText(), u"change rate"_s, staff});
+    QString refusal;
+    Operation operation(station, u"The rate of "_s + slotInWords(station, slot));
+    operation.run([&] {
+        const auto holder = holdSlot(operation, slot);
+        if (!holder)
+            refusal = changedMeanwhile(u"it is free now"_s);
+        else if (holder->name != row.booker)
+            refusal = changedMeanwhile(holder->name);
+        else
+            refusal = holder->isPaid ? u"The slot already paid"_s : QString();
+        if (!refusal.isEmpty())
+            return false;
+        operation.execute(sql(u"UPDATE tbl_booking SET b_specialrate='%1' where b_datetime='%2' AND b_field=%3"_s,
+                              rateType, slot.dateTimeText(), slot.field));
+        writeRemark(
+            station, operation,
+            {slot, sql(u" set %1 rate for %2 %3"_s, rateType, row.booker, row.hourText()), u"change rate"_s, staff});
+        return true;
+    });
+    return refusal;
 }

@@ -14,6 +14,7 @@ QString rateDayName(const QString &dayText);
 /// administrator confirmed it. False when it was refused or not confirmed. Throws DbError.
 bool changeRateType(Station &station, const DaySelection &selection, const QString &rateType);
 
-/// Writes the slot's rate type (tbl_booking.b_specialrate) and its remark (tbl_remark). Throws DbError.
-void SetMembershipStatus(Station &station, const QString &staff, const DaySelection &selection,
-                         const QString &rateType);
+/// Writes the slot's rate type (tbl_booking.b_specialrate) and its remark (tbl_remark). Gives what stood against it:
+/// the slot is paid or somebody else's by now; empty when it is done. Throws DbError and NotDone.
+QString SetMembershipStatus(Station &station, const QString &staff, const DaySelection &selection,
+                            const QString &rateType);

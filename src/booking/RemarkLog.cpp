@@ -27,29 +27,27 @@ QString historyLine(const DbRows &row)
 
 } // namespace
 
-void writeRemark(const Station &station, DbConnection &connection, const Remark &remark)
+void writeRemark(const Station &station, Operation &operation, const Remark &remark)
 {
-    QString text = remark.text;
-    QString staff = remark.staff;
-    connection.execute(u"INSERT INTO tbl_remark SET m_dotime='"_s + sqlDateTime(station.now()) + u"',"_s + remark.gap +
-                       u"m_datetime='"_s + remark.slot.dateTimeText() + u"', m_remark='"_s + EscapeQuotes(text) +
-                       u"', m_job='"_s + remark.job + u"' ,m_field="_s + QString::number(remark.slot.field) +
-                       u", m_staff='"_s + EscapeQuotes(staff) + u"', m_actiontime='"_s + station.timeText + u"'"_s);
+    operation.insertProof(sql(u"INSERT INTO tbl_remark SET m_dotime='%1',%2m_datetime='%3', m_remark='%4', m_job='%5' "
+                              ",m_field=%6, m_staff='%7', m_actiontime='%8'"_s,
+                              sqlDateTime(station.now()), remark.gap, remark.slot.dateTimeText(), quoted(remark.text),
+                              remark.job, remark.slot.field, quoted(remark.staff), station.timeText),
+                          u"tbl_remark"_s, u"m_id"_s);
 }
 
 QString slotHistory(Database &database, const SlotKey &slot)
 {
-    const QString when = u'"' + slot.dateTimeText() + u'"';
-    const QString field = QString::number(slot.field);
     DbConnection connection(database);
     QString history;
-    DbRows remarks = connection.query(u"SELECT m_staff, m_job, m_remark, m_actiontime from tbl_remark where "
-                                      u"m_datetime="_s +
-                                      when + u" AND m_field="_s + field + u" ORDER BY m_id ASC; "_s);
+    DbRows remarks = connection.query(sql(u"SELECT m_staff, m_job, m_remark, m_actiontime from tbl_remark where "
+                                          "m_datetime=\"%1\" AND m_field=%2 ORDER BY m_id ASC; "_s,
+                                          slot.dateTimeText(), slot.field));
     while (remarks.next())
         history += historyLine(remarks);
-    DbRows booking = connection.query(u"SELECT b_specialrate, b_staffname from tbl_booking where b_datetime="_s + when +
-                                      u" AND b_field="_s + field + u";"_s);
+    DbRows booking = connection.query(sql(u"SELECT b_specialrate, b_staffname from tbl_booking where b_datetime=\"%1\" "
+                                          "AND b_field=%2;"_s,
+                                          slot.dateTimeText(), slot.field));
     while (booking.next()) {
         if (const QString staff = booking.text("b_staffname"); !staff.isEmpty())
             history += u"old record : "_s + staff + u" book\r\n"_s;

@@ -27,3 +27,9 @@ QString hoursInWords(const DaySelection &selection)
     }
     return ranges.join(u", "_s);
 }
+
+QString slotInWords(const Station &station, const SlotKey &slot)
+{
+    return station.settings.FieldDisplayNames.at(std::size_t(slot.field)) + u", "_s + dayInWords(slot.day) + u", "_s +
+           slot.hourText;
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/DayRow.h"
+#include "app/Station.h"
 
 /// Days and hours as staff read them to a caller.
 
@@ -9,3 +10,6 @@ QString dayInWords(const QString &day);
 
 /// The selected hours with neighbours joined: "08:00 to 10:00, 12:00 to 13:00".
 QString hoursInWords(const DaySelection &selection);
+
+/// "Court 1, Saturday 14 November 2026, 20:00"
+QString slotInWords(const Station &station, const SlotKey &slot);

@@ -2,6 +2,7 @@
 
 #include "app/BusinessDay.h"
 #include "app/Formats.h"
+#include "app/Operation.h"
 #include "app/SqlText.h"
 
 using namespace Qt::StringLiterals;
@@ -31,14 +32,14 @@ WaitingEntry waitingEntryOf(const DbRows &row)
 
 std::vector<WaitingEntry> readWaitingList(Database &database, const QString &day, int field)
 {
-    return readEntries(database, u"SELECT * from tbl_waitlist WHERE w_datetime LIKE '"_s + day + u"%' AND w_field='"_s +
-                                     QString::number(field) + u"';"_s);
+    return readEntries(database,
+                       sql(u"SELECT * from tbl_waitlist WHERE w_datetime LIKE '%1%' AND w_field='%2';"_s, day, field));
 }
 
 std::vector<WaitingEntry> waitingFor(Database &database, const SlotKey &slot)
 {
-    return readEntries(database, u"SELECT * from tbl_waitlist WHERE w_datetime='"_s + slot.dateTimeText() +
-                                     u"' AND w_field="_s + QString::number(slot.field) + u" ORDER BY w_id"_s);
+    return readEntries(database, sql(u"SELECT * from tbl_waitlist WHERE w_datetime='%1' AND w_field=%2 ORDER BY w_id"_s,
+                                     slot.dateTimeText(), slot.field));
 }
 
 std::vector<QString> wantedHours(WorkingHours hours)
@@ -49,18 +50,19 @@ std::vector<QString> wantedHours(WorkingHours hours)
     return texts;
 }
 
-void addWaitingEntry(Database &database, const QString &staff, const QString &day, const QString &time, int field,
+void addWaitingEntry(Station &station, const QString &staff, const QString &day, const QString &time, int field,
                      const Booker &booker)
 {
-    QString tel = booker.telephone;
-    QString org = booker.organisation;
-    QString name = booker.name;
-    QString staffName = staff;
-    DbConnection connection(database);
-    connection.execute(u"INSERT INTO tbl_waitlist SET w_datetime='"_s + day + u' ' + time + u"', w_bookertel='"_s +
-                       EscapeQuotes(tel) + u"', w_bookerorg='"_s + EscapeQuotes(org) + u"', w_bookername='"_s +
-                       EscapeQuotes(name) + u"', w_field="_s + QString::number(field) + u", w_specialrate='"_s +
-                       booker.rateType + u"', w_staffname='"_s + EscapeQuotes(staffName) + u"'"_s);
+    Operation operation(station, u"The waiting-list entry of "_s + booker.name);
+    operation.run([&] {
+        operation.insertProof(
+            sql(u"INSERT INTO tbl_waitlist SET w_datetime='%1 %2', w_bookertel='%3', w_bookerorg='%4', "
+                "w_bookername='%5', w_field=%6, w_specialrate='%7', w_staffname='%8'"_s,
+                day, time, quoted(booker.telephone), quoted(booker.organisation), quoted(booker.name), field,
+                booker.rateType, quoted(staff)),
+            u"tbl_waitlist"_s, u"w_id"_s);
+        return true;
+    });
 }
 
 bool deleteWaitingEntry(Station &station, const QString &id)
@@ -68,6 +70,6 @@ bool deleteWaitingEntry(Station &station, const QString &id)
     if (!station.prompts.confirm(u"Confirm delete?"_s, u"Important"_s) || !station.prompts.verifyStaff())
         return false;
     DbConnection connection(station.database);
-    connection.execute(u"DELETE FROM tbl_waitlist where w_id='"_s + id + u"'"_s);
+    connection.execute(sql(u"DELETE FROM tbl_waitlist where w_id='%1'"_s, id));
     return true;
 }

@@ -29,8 +29,9 @@ std::vector<WaitingEntry> waitingFor(Database &database, const SlotKey &slot);
 /// The wanted hours that can be chosen, "hh:mm:ss" in the order of the business day, midnight "24:00:00".
 std::vector<QString> wantedHours(WorkingHours hours);
 
-/// Puts a booker on the list for a day "yyyy-mm-dd", a time "hh:mm:ss" and a field. Throws DbError.
-void addWaitingEntry(Database &database, const QString &staff, const QString &day, const QString &time, int field,
+/// Puts a booker on the list for a day "yyyy-mm-dd", a time "hh:mm:ss" and a field. Throws DbError and
+/// NotDone.
+void addWaitingEntry(Station &station, const QString &staff, const QString &day, const QString &time, int field,
                      const Booker &booker);
 
 /// btn_ClearEntry: asks "Confirm delete?", verifies the staff member and deletes the entry. False when it stays.

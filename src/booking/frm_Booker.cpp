@@ -8,11 +8,10 @@
 
 using namespace Qt::StringLiterals;
 
-frm_Booker::frm_Booker(Station &station, BookingClipboard &clipboard, Verification staff, DaySelection selection,
-                       const QString &fieldName, QWidget *parent)
+frm_Booker::frm_Booker(Station &station, Verification staff, DaySelection selection, const QString &fieldName,
+                       QWidget *parent)
     : QDialog(parent),
       m_station(station),
-      m_clipboard(clipboard),
       m_staff(std::move(staff)),
       m_selection(std::move(selection)),
       m_form(new BookerForm(station, this))
@@ -33,7 +32,7 @@ void frm_Booker::book()
     }
     std::vector<int> handled;
     const bool booked = guarded(m_station.prompts, ErrorCode::LoadingForm, [&] {
-        bookSelection(m_station, m_clipboard, m_staff.staffName, m_selection, m_form->booker(), false, &handled);
+        bookSelection(m_station, m_staff.staffName, m_selection, m_form->booker(), &handled);
     });
     if (booked) {
         accept();

@@ -13,8 +13,8 @@ class frm_Booker : public QDialog
 
 public:
     /// fieldName is how the centre calls the field. At least one row of the selection is selected.
-    frm_Booker(Station &station, BookingClipboard &clipboard, Verification staff, DaySelection selection,
-               const QString &fieldName, QWidget *parent = nullptr);
+    frm_Booker(Station &station, Verification staff, DaySelection selection, const QString &fieldName,
+               QWidget *parent = nullptr);
 
 signals:
     /// The booking ended in an error that staff have seen; some hours may be booked.
@@ -26,7 +26,6 @@ private:
     void book();
 
     Station &m_station;
-    BookingClipboard &m_clipboard;
     Verification m_staff;
     DaySelection m_selection;
     BookerForm *m_form;

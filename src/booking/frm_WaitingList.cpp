@@ -46,7 +46,7 @@ void frm_WaitingList::add()
         return;
     }
     const bool added = guarded(m_station.prompts, ErrorCode::Database, [this] {
-        addWaitingEntry(m_station.database, m_staffName, m_day, m_time->currentText(), m_field, m_form->booker());
+        addWaitingEntry(m_station, m_staffName, m_day, m_time->currentText(), m_field, m_form->booker());
     });
     if (added)
         accept();

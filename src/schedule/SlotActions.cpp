@@ -123,8 +123,7 @@ void SlotActions::book()
             const auto verification = startBooking(m_station, selection);
             if (!verification)
                 return;
-            frm_Booker window(m_station, m_clipboard, *verification, selection, fieldName(m_station, selection.field),
-                              m_window);
+            frm_Booker window(m_station, *verification, selection, fieldName(m_station, selection.field), m_window);
             connect(&window, &frm_Booker::failed, this, [this] { Q_EMIT dayTouched(false); });
             window.exec();
         },

@@ -23,6 +23,7 @@ struct Slot
     int field = 0;
 
     bool operator==(const Slot &) const = default;
+    [[nodiscard]] SlotKey key() const { return {day, hour, field}; }
     [[nodiscard]] QString text() const { return day + u' ' + hour + u":00|"_s + QString::number(field); }
 };
 
@@ -43,7 +44,7 @@ public:
 
     bool book(const Slot &slot, const QString &name, const QString &staff)
     {
-        if (find(slot))
+        if (find(slot) || isGroundTaken(slot))
             return false;
         m_rows.push_back({slot, name});
         note(slot, u" "_s + name + u" 555"_s, u"book"_s, staff);
@@ -70,6 +71,8 @@ public:
             return CancelOutcome::SharedBooking;
         if (!find(slot))
             return CancelOutcome::FieldEmpty;
+        if (holder(slot) != shown)
+            return CancelOutcome::ChangedMeanwhile;
         remove(slot);
         note(slot, u"rain"_s, u"cancel"_s, staff);
         for (const Slot &partner : partners(slot)) {
@@ -85,6 +88,16 @@ public:
             note(*parent, u" partially booked field "_s + QString::number(parent->field), u"cancel"_s, staff);
         }
         return CancelOutcome::Cancelled;
+    }
+
+    /// Who stands on a slot: its booker, and a marker only where there is none.
+    [[nodiscard]] QString holder(const Slot &slot) const
+    {
+        QString name;
+        for (const Row &row : m_rows)
+            if (row.slot == slot && (name.isEmpty() || !row.isMarker()))
+                name = row.name;
+        return name;
     }
 
     /// The row that is met first: marker rows come before a booker's.
@@ -125,6 +138,27 @@ public:
     [[nodiscard]] QStringList remarks() const { return m_remarks; }
 
 private:
+    /// A booker on any part of the slot, on parts of parts, or on a whole but the first one.
+    [[nodiscard]] bool isGroundTaken(const Slot &slot) const
+    {
+        const auto parent = parentOf(slot);
+        for (const Row &row : bookers()) {
+            if (row.slot.day != slot.day || row.slot.hour != slot.hour || row.slot.field == slot.field ||
+                (parent && row.slot.field == parent->field))
+                continue;
+            if (contains(slot.field, row.slot.field) || contains(row.slot.field, slot.field))
+                return true;
+        }
+        return false;
+    }
+
+    [[nodiscard]] bool contains(int whole, int part, int depth = 6) const
+    {
+        return depth > 0 && std::ranges::any_of(m_pairs, [&](const auto &pair) {
+                   return pair.first == whole && (pair.second == part || contains(pair.second, part, depth - 1));
+               });
+    }
+
     [[nodiscard]] std::vector<Slot> partners(const Slot &slot) const
     {
         std::vector<Slot> found;
@@ -253,8 +287,7 @@ private:
         const Slot slot = anySlot();
         const QString name = u"Team "_s + QString::number(++m_team);
         const bool wanted = m_model->book(slot, name, counter.staff);
-        const auto outcome = doBooking(counter.station, counter.station.clipboard, counter.staff,
-                                       {slot.day, slot.hour, u"555"_s, u""_s, name, slot.field});
+        const auto outcome = doBooking(counter.station, counter.staff, {slot.key(), {name, u""_s, u"555"_s}});
         QTest::qCompare(outcome, wanted ? BookingOutcome::Booked : BookingOutcome::AlreadyBooked, "outcome", "wanted",
                         __FILE__, __LINE__);
     }
@@ -264,8 +297,7 @@ private:
         const Row *row = m_model->find(slot);
         const QString shown = !row || (odd && below(4) == 0) ? u"Old"_s : row->name;
         const CancelOutcome wanted = m_model->cancel(slot, shown, counter.staff);
-        const auto outcome =
-            doCancel(counter.station, counter.staff, {slot.day, slot.hour, shown, slot.field, u"rain"_s});
+        const auto outcome = doCancel(counter.station, counter.staff, {slot.key(), shown, u"rain"_s}).outcome;
         QTest::qCompare(int(outcome), int(wanted), "outcome", "wanted", __FILE__, __LINE__);
     }
 

@@ -136,9 +136,9 @@ private Q_SLOTS:
                       insertBooking(u"17:00"_s, 3, u"b_bookername='A', b_paid=50"_s));
         TestStation station(m_server);
         station.setNow(now);
-        const CancelOutcome outcome = doCancel(station, u"anna"_s, {saturday, hour, booker, 3, reason});
-        const bool cleared = outcome == CancelOutcome::Cancelled;
-        const QString text = outcome == CancelOutcome::NoReason ? u"no reason"_s : refusalText(outcome);
+        const Cancelling result = doCancel(station, u"anna"_s, {{saturday, hour, 3}, booker, reason});
+        const bool cleared = result.outcome == CancelOutcome::Cancelled;
+        const QString text = result.outcome == CancelOutcome::NoReason ? u"no reason"_s : result.refusalText();
         QCOMPARE(cleared ? u"cleared"_s : text, wanted);
         // Own remark and the partners'.
         QCOMPARE(m_server.rows(u"SELECT COUNT(*) FROM tbl_booking UNION ALL SELECT COUNT(*) FROM tbl_remark"_s),
@@ -180,8 +180,9 @@ private Q_SLOTS:
                       insertBooking(u"23:00"_s, field.toInt(), u"b_bookername='A'"_s));
         TestStation station(m_server);
         m_server.startLog();
-        QCOMPARE(doCancel(station, u"anna"_s, {saturday, u"24:00"_s, u"A"_s, field.toInt(), u"it's raining"_s}),
-                 CancelOutcome::Cancelled);
+        QCOMPARE(
+            doCancel(station, u"anna"_s, {{saturday, u"24:00"_s, field.toInt()}, u"A"_s, u"it's raining"_s}).outcome,
+            CancelOutcome::Cancelled);
         QCOMPARE(m_server.takeLog(), sent);
         QCOMPARE(m_server.rows(u"SELECT b_bookername FROM tbl_booking WHERE b_datetime LIKE '%23:00:00'"_s),
                  QStringList{u"A"_s});

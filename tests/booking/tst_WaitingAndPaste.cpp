@@ -53,7 +53,8 @@ private Q_SLOTS:
         QCOMPARE(ids(waitingFor(database, {saturday, u"19:00"_s, 2})), QStringList({u"11 Wait'er"_s, u"15 Next"_s}));
         QVERIFY(waitingFor(database, {saturday, u"18:00"_s, 2}).empty());
         m_server.startLog();
-        addWaitingEntry(database, u"an'na"_s, saturday, u"24:00:00"_s, 2, {u"O'Neil"_s, u"'"_s, u"5'5"_s, u"member"_s});
+        TestStation station(m_server);
+        addWaitingEntry(station, u"an'na"_s, saturday, u"24:00:00"_s, 2, {u"O'Neil"_s, u"'"_s, u"5'5"_s, u"member"_s});
         const auto entries = readWaitingList(database, saturday, 2);
         QCOMPARE(m_server.takeLog(),
                  QStringList({u"INSERT INTO tbl_waitlist SET w_datetime='2026-11-14 24:00:00', w_bookertel='5\\'5', "

@@ -255,7 +255,7 @@ private Q_SLOTS:
         script(logIn + u" | select 16:00 | click btn_Book | verify anna secret1 | type txt_BookerName Loser"_s);
         d->step(u"the other counter"_s, [this] {
             TestStation other(m_server, {}, 2);
-            QCOMPARE(doBooking(other, other.clipboard, u"ben"_s, {u"2026-11-14"_s, u"16:00"_s, {}, {}, u"Winner"_s, 0}),
+            QCOMPARE(doBooking(other, u"ben"_s, {{u"2026-11-14"_s, u"16:00"_s, 0}, {u"Winner"_s}}),
                      BookingOutcome::Booked);
         });
         play(

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLockFile>
+#include <QRegularExpression>
 #include <QStorageInfo>
 #include <QThread>
 
@@ -216,11 +217,20 @@ void PrivateServer::startLog() const
          "SET GLOBAL general_log = ON"_s);
 }
 
-QStringList PrivateServer::takeLog() const
+QStringList PrivateServer::takeWholeLog() const
 {
     const QStringList log = rows(u"SELECT argument FROM mysql.general_log WHERE command_type = 'Query'"
                                  " AND user_host LIKE 'counter[%' AND argument NOT LIKE 'SET SESSION %'"_s);
     exec(u"SET GLOBAL general_log = OFF"_s);
+    return log;
+}
+
+QStringList PrivateServer::takeLog() const
+{
+    static const QRegularExpression frame(u"^(START TRANSACTION|COMMIT|ROLLBACK|SELECT (GET|RELEASE)_LOCK.*|"
+                                          "SELECT b_field, b_bookername, b_extratime FROM .*|.* FOR UPDATE)$"_s);
+    QStringList log = takeWholeLog();
+    log.removeIf([](const QString &statement) { return frame.match(statement).hasMatch(); });
     return log;
 }
 

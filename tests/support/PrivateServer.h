@@ -29,9 +29,11 @@ public:
     /// The result as lines of text: columns separated by "|", NULL as "NULL".
     [[nodiscard]] QStringList rows(const QString &sql) const;
 
-    /// From here on, what the program sends is noted; takeLog() gives it in order, without the session's settings.
+    /// From here on, what the program sends is noted; takeWholeLog() gives it in order, without the session's settings.
     /// The server's log leaves out a semicolon and blanks at the end of a statement.
     void startLog() const;
+    [[nodiscard]] QStringList takeWholeLog() const;
+    /// Only what the operations are about: without their transactions, locks and looks at the ground.
     [[nodiscard]] QStringList takeLog() const;
 
     /// Ends the program's connections from the server's side.

@@ -1,0 +1,27 @@
+#include "app/DbError.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool carriesPassword(const QString &statement)
+{
+    return statement.contains(u"st_password"_s, Qt::CaseInsensitive);
+}
+
+// The server's text quotes the statement from where it stumbled, and so may quote the password.
+QString withoutSecrets(const QString &text, unsigned number, const QString &statement)
+{
+    if (!carriesPassword(statement))
+        return text;
+    return u"The login and password could not be checked: error %1 of the database server."_s.arg(number);
+}
+
+} // namespace
+
+DbError::DbError(const QString &text, unsigned number, const QString &statement)
+    : std::runtime_error(withoutSecrets(text, number, statement).toStdString()),
+      m_number(number),
+      m_statement(carriesPassword(statement) ? u"(a statement with a password is not shown)"_s : statement)
+{
+}
