@@ -2,8 +2,8 @@
 
 #include "app/DayRow.h"
 #include "app/Station.h"
-#include "booking/Booker.h"
 #include "booking/BookingClipboard.h"
+#include "records/Booker.h"
 
 /// One hour of one field for one booker. Texts as typed, not yet quoted.
 struct BookingRequest
