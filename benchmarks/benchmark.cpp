@@ -11,7 +11,7 @@
 #include "booking/BlockBooking.h"
 #include "booking/Booking.h"
 #include "booking/Cancelling.h"
-#include "schedule/Alerts.h"
+#include "plan/Alerts.h"
 #include "schedule/DaySchedule.h"
 #include "schedule/frm_Main.h"
 #include "schedule/page_Booking.h"

@@ -3,8 +3,8 @@
 #include "Program.h"
 #include "WindowDriver.h"
 #include "app/Application.h"
+#include "plan/LayoutPlan.h"
 #include "schedule/DayModel.h"
-#include "schedule/LayoutPlan.h"
 
 #include <QAbstractButton>
 #include <QCalendarWidget>

@@ -1,7 +1,7 @@
 #include "app/Application.h"
 
 #include "app/Errors.h"
-#include "app/Look.h"
+#include "look/Look.h"
 
 #include <QScopedValueRollback>
 

@@ -2,9 +2,9 @@
 
 #include "app/Errors.h"
 #include "app/FieldLengths.h"
-#include "app/Look.h"
 #include "app/PictureFile.h"
 #include "app/Staff.h"
+#include "look/Look.h"
 #include "ui_frm_Login.h"
 
 #include <QImageReader>

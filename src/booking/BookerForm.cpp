@@ -3,10 +3,10 @@
 #include "app/CounterTables.h"
 #include "app/Errors.h"
 #include "app/FieldLengths.h"
-#include "app/Look.h"
 #include "app/RateType.h"
-#include "booking/Customers.h"
-#include "booking/WrappedLabel.h"
+#include "look/Look.h"
+#include "look/WrappedLabel.h"
+#include "records/Customers.h"
 
 #include <QBoxLayout>
 #include <QDialog>

@@ -2,7 +2,7 @@
 
 #include "app/DayRow.h"
 #include "app/Station.h"
-#include "booking/Booker.h"
+#include "records/Booker.h"
 
 #include <optional>
 

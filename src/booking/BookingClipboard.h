@@ -2,8 +2,8 @@
 
 #include "app/DayRow.h"
 #include "app/Station.h"
-#include "booking/Booker.h"
 #include "booking/WaitingList.h"
+#include "records/Booker.h"
 
 #include <optional>
 

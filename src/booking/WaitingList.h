@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/Station.h"
-#include "booking/Booker.h"
+#include "records/Booker.h"
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 #include "booking/frm_BlockBookingResult.h"
 
-#include "app/Look.h"
 #include "booking/SlotWords.h"
-#include "booking/WrappedLabel.h"
+#include "look/Look.h"
+#include "look/WrappedLabel.h"
 
 #include <QBoxLayout>
 #include <QHeaderView>

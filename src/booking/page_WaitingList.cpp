@@ -3,8 +3,8 @@
 #include "app/Errors.h"
 #include "app/Formats.h"
 #include "booking/SlotWords.h"
-#include "booking/WrappedLabel.h"
 #include "booking/frm_WaitingList.h"
+#include "look/WrappedLabel.h"
 
 #include <QBoxLayout>
 #include <QCalendarWidget>

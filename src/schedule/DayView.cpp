@@ -1,6 +1,6 @@
 #include "schedule/DayView.h"
 
-#include "app/Look.h"
+#include "look/Look.h"
 #include "schedule/DayModel.h"
 
 #include <QHeaderView>

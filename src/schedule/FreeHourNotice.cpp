@@ -1,8 +1,8 @@
 #include "schedule/FreeHourNotice.h"
 
 #include "app/BusinessDay.h"
-#include "app/Look.h"
 #include "booking/SlotWords.h"
+#include "look/Look.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

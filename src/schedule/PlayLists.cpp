@@ -1,6 +1,6 @@
 #include "schedule/PlayLists.h"
 
-#include "app/Look.h"
+#include "look/Look.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>

@@ -1,7 +1,6 @@
 #include "schedule/SlotActions.h"
 
 #include "app/Errors.h"
-#include "app/Look.h"
 #include "app/RateType.h"
 #include "booking/BlockBooking.h"
 #include "booking/Cancelling.h"
@@ -10,6 +9,7 @@
 #include "booking/frm_BlockBookingResult.h"
 #include "booking/frm_Booker.h"
 #include "booking/frm_WaitingList.h"
+#include "look/Look.h"
 
 #include <QProgressDialog>
 

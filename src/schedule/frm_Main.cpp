@@ -5,14 +5,14 @@
 #include "app/CounterTables.h"
 #include "app/Errors.h"
 #include "app/Formats.h"
-#include "app/Look.h"
 #include "booking/page_WaitingList.h"
-#include "schedule/LayoutPlan.h"
-#include "schedule/PlacedPicture.h"
+#include "look/Look.h"
+#include "plan/LayoutPlan.h"
+#include "plan/PlacedPicture.h"
+#include "plan/page_Lights.h"
 #include "schedule/PlayLists.h"
 #include "schedule/SlotActions.h"
 #include "schedule/page_Booking.h"
-#include "schedule/page_Lights.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -2,7 +2,7 @@
 
 #include "app/Station.h"
 #include "booking/BookingClipboard.h"
-#include "schedule/Alerts.h"
+#include "plan/Alerts.h"
 
 #include <QMainWindow>
 #include <QTimer>

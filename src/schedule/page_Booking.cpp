@@ -2,13 +2,13 @@
 
 #include "app/Errors.h"
 #include "app/Formats.h"
-#include "app/Look.h"
 #include "app/RateType.h"
 #include "booking/RemarkLog.h"
+#include "look/ElidedLabel.h"
+#include "look/Look.h"
+#include "plan/LayoutPlan.h"
 #include "schedule/DayView.h"
-#include "schedule/ElidedLabel.h"
 #include "schedule/FreeHourNotice.h"
-#include "schedule/LayoutPlan.h"
 #include "schedule/PlayLists.h"
 #include "schedule/SlotActions.h"
 

@@ -1,8 +1,8 @@
-#include "schedule/page_Lights.h"
+#include "plan/page_Lights.h"
 
 #include "app/Errors.h"
 #include "app/Formats.h"
-#include "app/Look.h"
+#include "look/Look.h"
 #include "ui_page_Lights.h"
 
 #include <QHeaderView>

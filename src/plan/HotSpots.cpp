@@ -1,4 +1,4 @@
-#include "schedule/HotSpots.h"
+#include "plan/HotSpots.h"
 
 #include "app/Settings.h"
 

@@ -1,7 +1,7 @@
-#include "schedule/PlanStatus.h"
+#include "plan/PlanStatus.h"
 
 #include "app/DayRow.h"
-#include "schedule/Lights.h"
+#include "plan/Lights.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "schedule/FieldPlate.h"
+#include "plan/FieldPlate.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

@@ -1,8 +1,8 @@
-#include "schedule/LayoutPlan.h"
+#include "plan/LayoutPlan.h"
 
-#include "app/Look.h"
-#include "schedule/Alerts.h"
-#include "schedule/FieldPlate.h"
+#include "look/Look.h"
+#include "plan/Alerts.h"
+#include "plan/FieldPlate.h"
 
 #include <QHelpEvent>
 #include <QMouseEvent>

@@ -1,8 +1,8 @@
 #include "app/Errors.h"
-#include "schedule/Alerts.h"
-#include "schedule/HotSpots.h"
-#include "schedule/Lights.h"
-#include "schedule/PlanStatus.h"
+#include "plan/Alerts.h"
+#include "plan/HotSpots.h"
+#include "plan/Lights.h"
+#include "plan/PlanStatus.h"
 #include "support/DrawnRows.h"
 #include "support/TestStation.h"
 

@@ -1,4 +1,4 @@
-#include "schedule/Alerts.h"
+#include "plan/Alerts.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "schedule/HotSpots.h"
-#include "schedule/PlacedPicture.h"
-#include "schedule/PlanStatus.h"
+#include "plan/HotSpots.h"
+#include "plan/PlacedPicture.h"
+#include "plan/PlanStatus.h"
 
 #include <QLabel>
 

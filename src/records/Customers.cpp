@@ -1,4 +1,4 @@
-#include "booking/Customers.h"
+#include "records/Customers.h"
 
 #include "app/RateType.h"
 #include "app/SqlText.h"

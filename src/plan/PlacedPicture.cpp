@@ -1,4 +1,4 @@
-#include "schedule/PlacedPicture.h"
+#include "plan/PlacedPicture.h"
 
 #include "app/PictureFile.h"
 #include "app/Settings.h"

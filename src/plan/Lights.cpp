@@ -1,4 +1,4 @@
-#include "schedule/Lights.h"
+#include "plan/Lights.h"
 
 #include "app/Formats.h"
 #include "app/SqlText.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Look.h"
+#include "look/Look.h"
 
 #include <QFont>
 #include <QRectF>

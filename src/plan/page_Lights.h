@@ -1,6 +1,6 @@
 #pragma once
 
-#include "schedule/Lights.h"
+#include "plan/Lights.h"
 
 #include <QIcon>
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "app/Look.h"
+#include "look/Look.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>
