@@ -33,6 +33,7 @@ bool Program::start()
         LoadSettings(settings);
         m_station = std::make_unique<Station>(settings, m_prompts, m_clock);
         m_prompts.setStation(*m_station);
+        m_station->database.setWaitSign(&m_waiting);
         CreateCounterTables(m_station->database, m_prompts, m_station->settings.CounterCount);
         m_login = std::make_unique<frm_Login>(*m_station);
         // Queued, so that the login window's own handler has ended when the window goes.

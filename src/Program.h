@@ -2,6 +2,7 @@
 
 #include "app/QtPrompts.h"
 #include "app/Station.h"
+#include "app/frm_Waiting.h"
 
 #include <memory>
 
@@ -30,6 +31,7 @@ private:
     void openMainWindow();
 
     QtPrompts m_prompts;
+    frm_Waiting m_waiting;
     std::function<QDateTime()> m_clock;
     std::unique_ptr<Station> m_station;
     std::unique_ptr<frm_Login> m_login;

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "app/Station.h"
+
+#include <optional>
+
+/// Sees from the newest remarks whether another counter changed a slot. To be asked once a second: it looks every two
+/// seconds, and after a look that failed at ever longer intervals, until the database has answered again.
+class ChangeWatch
+{
+public:
+    /// True when the remarks are not those that stood when the day was shown last. Quiet: gives up after a second and
+    /// throws nothing. Reads tbl_remark.
+    bool hasMoved(Station &station);
+    /// The day was read again after hasMoved().
+    void shown() { m_shown = m_newest; }
+
+    /// Since when the database has not answered; nothing while it does.
+    [[nodiscard]] const std::optional<QDateTime> &lostSince() const { return m_lostSince; }
+
+private:
+    void noteReachable(const Station &station);
+
+    QString m_newest;
+    std::optional<QString> m_shown;
+    std::optional<QDateTime> m_lostSince;
+    QDateTime m_next;
+    int m_pause = 0; ///< seconds
+};
