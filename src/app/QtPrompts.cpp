@@ -1,5 +1,6 @@
 #include "app/QtPrompts.h"
 
+#include "app/NoBackslash.h"
 #include "app/frm_ErrorDisplay.h"
 #include "app/frm_VerifyUser.h"
 
@@ -65,6 +66,7 @@ QString QtPrompts::askText(const QString &question, int maxLength)
     answer->setAccessibleName(question);
     answer->setMaxLength(maxLength);
     answer->setMinimumWidth(400);
+    new NoBackslash(answer);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);

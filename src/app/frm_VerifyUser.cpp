@@ -2,6 +2,7 @@
 
 #include "app/Errors.h"
 #include "app/FieldLengths.h"
+#include "app/NoBackslash.h"
 #include "app/Staff.h"
 #include "ui_frm_VerifyUser.h"
 
@@ -15,6 +16,8 @@ frm_VerifyUser::frm_VerifyUser(Station &station, QWidget *parent)
     m_ui->setupUi(this);
     m_ui->txt_user->setMaxLength(FieldLengths::login);
     m_ui->txt_password->setMaxLength(FieldLengths::password);
+    for (QLineEdit *box : {m_ui->txt_user, m_ui->txt_password})
+        new NoBackslash(box);
     connect(m_ui->btn_Go, &QPushButton::clicked, this, &frm_VerifyUser::verify);
 }
 

@@ -4,6 +4,7 @@
 #include "app/Errors.h"
 #include "app/FieldLengths.h"
 #include "app/Look.h"
+#include "app/NoBackslash.h"
 #include "app/RateType.h"
 #include "booking/Customers.h"
 #include "booking/WrappedLabel.h"
@@ -88,6 +89,7 @@ void BookerForm::addBox(const QString &caption, const QString &name, QLineEdit *
     box->setAccessibleName(QString(caption).remove(u'&'));
     box->setMaxLength(maxLength);
     box->setMinimumWidth(200);
+    new NoBackslash(box);
     box->installEventFilter(this);
     m_grid->addWidget(label, row, Caption);
     m_grid->addWidget(box, row, Box, 1, -1);
