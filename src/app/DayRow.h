@@ -15,6 +15,13 @@ inline const QString partiallyShared = QStringLiteral("Partially Shared");
 
 } // namespace BookerMark
 
+/// True for a name that reads as one of these marks, in whatever letters: a booker must not have it.
+inline bool isMarkerText(const QString &name)
+{
+    return name.contains(BookerMark::extraTime) || name.contains(BookerMark::sharedBooking, Qt::CaseInsensitive) ||
+           name.contains(BookerMark::partiallyShared, Qt::CaseInsensitive);
+}
+
 /// One hour of the business day as the grid shows it.
 struct DayRow
 {

@@ -1,6 +1,7 @@
 #include "booking/BookerForm.h"
 
 #include "app/CounterTables.h"
+#include "app/DayRow.h"
 #include "app/Errors.h"
 #include "app/FieldLengths.h"
 #include "app/Look.h"
@@ -194,9 +195,12 @@ Booker BookerForm::booker() const
     return {m_name->text(), m_organisation->text(), m_telephone->text(), chosenRate()};
 }
 
-bool BookerForm::hasName() const
+QString BookerForm::refusal() const
 {
-    return !m_name->text().isEmpty();
+    if (m_name->text().isEmpty())
+        return u"Please enter booker's name!"_s;
+    return isMarkerText(m_name->text()) ? u"This name marks shared ground or extra time, please enter another one!"_s
+                                        : QString();
 }
 
 void BookerForm::clear()

@@ -26,7 +26,8 @@ public:
 
     /// What was entered. The rate is normal when its customer number was emptied again.
     [[nodiscard]] Booker booker() const;
-    [[nodiscard]] bool hasName() const;
+    /// What is wrong with the name, to be told before anything is booked; empty when nothing is.
+    [[nodiscard]] QString refusal() const;
     void clear();
 
     /// Puts a box of the window's own above the booker's, in line with them. Tab reaches it first when it was made

@@ -27,8 +27,8 @@ frm_Booker::frm_Booker(Station &station, BookingClipboard &clipboard, Verificati
 
 void frm_Booker::book()
 {
-    if (!m_form->hasName()) {
-        m_station.prompts.refuse(u"Please enter booker's name!"_s);
+    if (const QString refusal = m_form->refusal(); !refusal.isEmpty()) {
+        m_station.prompts.refuse(refusal);
         return;
     }
     std::vector<int> handled;

@@ -294,6 +294,21 @@ private Q_SLOTS:
         }
     }
 
+    void namesThatAreMarks()
+    {
+        const QString refused =
+            u" | answer This name marks shared ground or extra time, please enter another one!"_s;
+        start();
+        script(logIn + court + u" | select 16:00"_s);
+        for (const QString &window : {u"btn_Book"_s, u"btn_AddEntry"_s}) {
+            script(u"click "_s + window + u" | verify anna secret1"_s);
+            for (const QString &name : {u"my SHARED booking"_s, u"Partially Shared 2"_s, u"Team \u02C6 A"_s})
+                script(u"type txt_BookerName "_s + name + u" | click cmd_OK"_s + refused);
+            script(u"type txt_BookerName Partially shaded | click cmd_OK"_s);
+        }
+        play(u"closed frm_WaitingList | grid 16:00 Partially shaded | errors 0"_s);
+    }
+
     void twoCountersRace()
     {
         start();
