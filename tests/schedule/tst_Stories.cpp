@@ -173,6 +173,10 @@ private Q_SLOTS:
             garbage            | hour_start | garbage
             no number          | hour_end   | eleven
             no such counter    | counter    | 4
+            field with itself  | Shared2    | 3&3
+            no such field      | Shared2    | 0&9
+            no such whole      | Shared2    | 9&0
+            no field at all    | Shared2    | -1&0
         )"_s);
     }
 
@@ -180,13 +184,16 @@ private Q_SLOTS:
     {
         const auto row = cells<2>();
         const QByteArray garbage = QByteArray("\0\x80[System\xC3]\n=\xFF\r;\"", 17).repeated(250);
-        writeSettings(row[1] == u"garbage" ? garbage : centre(m_server, {{row[0], row[1]}}));
+        const bool isPair = row[0] == u"Shared2";
+        const QByteArray wrong = isPair ? centre(m_server).replace("[HotSpot]", "Shared2=" + row[1].toUtf8() + "\n[HotSpot]")
+                                        : centre(m_server, {{row[0], row[1]}});
+        writeSettings(row[1] == u"garbage" ? garbage : wrong);
         Program program;
         expect(u"no start"_s, [&program] { return program.start() ? u"start"_s : u"no start"_s; });
         d->awaitWindow(u"frm_ErrorDisplay"_s);
         d->step(u"what is wrong and where"_s, [=, this] {
             const QString text = textOf(u"txt_Error"_s);
-            for (const QString &word : {u"[System]"_s, u'"' + row[0] + u'"', m_config.filePath(u"tamsora.ini"_s)})
+            for (const QString &word : {isPair ? u"[Shared]"_s : u"[System]"_s, u'"' + row[0] + u'"', m_config.filePath(u"tamsora.ini"_s)})
                 QVERIFY2(text.contains(word), qPrintable(text));
         });
         play(u"error Error while loading form | errors 1"_s);
