@@ -36,7 +36,10 @@ public:
     void inform(const QString &text) override { fail(text); }
     bool confirm(const QString & /*question*/, const QString & /*title*/) override { return true; }
     QString askText(const QString &question, int /*maxLength*/) override { return question; }
-    std::optional<Verification> verifyStaff() override { return Verification{staff, AccessLevel::Staff}; }
+    std::optional<Verification> verifyStaff(const QString & /*what*/) override
+    {
+        return Verification{staff, AccessLevel::Staff};
+    }
     void showError(const QString &message, const QString &description) override
     {
         fail(message + u": "_s + description);

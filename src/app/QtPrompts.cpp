@@ -82,12 +82,14 @@ QString QtPrompts::askText(const QString &question, int maxLength)
     return dialog.exec() == QDialog::Accepted ? answer->text() : QString();
 }
 
-std::optional<Verification> QtPrompts::verifyStaff()
+std::optional<Verification> QtPrompts::verifyStaff(const QString &what)
 {
     if (!m_station)
         return std::nullopt;
-    frm_VerifyUser window(*m_station, windowInUse());
+    frm_VerifyUser window(*m_station, what, m_recent.of(m_station->now().date()), windowInUse());
     window.exec();
+    if (window.verification())
+        m_recent.add(m_station->now().date(), window.verification()->staffName);
     return window.verification();
 }
 

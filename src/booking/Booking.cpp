@@ -2,6 +2,7 @@
 
 #include "app/SqlText.h"
 #include "booking/RemarkLog.h"
+#include "booking/SlotWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -142,7 +143,7 @@ std::optional<Verification> startBooking(Station &station, const DaySelection &s
             return std::nullopt;
         }
     }
-    return station.prompts.verifyStaff();
+    return station.prompts.verifyStaff(taskInWords(u"Book"_s, station.settings, selection));
 }
 
 void bookSelection(Station &station, BookingClipboard &clipboard, const QString &staff, const DaySelection &selection,

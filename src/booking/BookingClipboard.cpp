@@ -2,6 +2,7 @@
 
 #include "app/SqlText.h"
 #include "booking/Booking.h"
+#include "booking/SlotWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -189,7 +190,7 @@ bool pasteSelection(Station &station, BookingClipboard &clipboard, const DaySele
     const auto booker = clipboardBooker(station, clipboard, clipboard.source());
     if (!booker)
         return false;
-    const auto verification = station.prompts.verifyStaff();
+    const auto verification = station.prompts.verifyStaff(taskInWords(u"Paste on"_s, station.settings, selection));
     if (!verification)
         return false;
     bookSelection(station, clipboard, verification->staffName, selection, *booker, clipboard.fromWaitingList);

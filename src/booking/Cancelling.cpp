@@ -2,6 +2,7 @@
 
 #include "app/FieldLengths.h"
 #include "booking/RemarkLog.h"
+#include "booking/SlotWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -153,7 +154,7 @@ void clearSelection(Station &station, const DaySelection &selection, std::vector
             return;
         }
     }
-    const auto verification = station.prompts.verifyStaff();
+    const auto verification = station.prompts.verifyStaff(taskInWords(u"Clear"_s, station.settings, selection));
     if (!verification)
         return;
     const QString reason =

@@ -1,6 +1,7 @@
 #include "booking/ExtraTime.h"
 
 #include "booking/RemarkLog.h"
+#include "booking/SlotWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -53,11 +54,13 @@ QString reasonNotToClear(const Station &station, const DaySelection &selection)
     return next && next->isExtraTime() ? QString() : u"There is no extra time associated with the slot"_s;
 }
 
-std::optional<Verification> verifyUnless(Prompts &prompts, const QString &refusal)
+std::optional<Verification> verifyUnless(Station &station, const QString &refusal, const QString &task,
+                                         const DaySelection &selection)
 {
     if (refusal.isEmpty())
-        return prompts.verifyStaff();
-    prompts.refuse(refusal);
+        return station.prompts.verifyStaff(
+            taskInWords(task, station.settings, selection.slotOf(selection.row(selection.current))));
+    station.prompts.refuse(refusal);
     return std::nullopt;
 }
 
@@ -65,7 +68,8 @@ std::optional<Verification> verifyUnless(Prompts &prompts, const QString &refusa
 
 bool AddExtraTime(Station &station, const DaySelection &selection, qint16 minutes)
 {
-    const auto verification = verifyUnless(station.prompts, reasonNotToAdd(station, selection, minutes));
+    const auto verification = verifyUnless(station, reasonNotToAdd(station, selection, minutes),
+                                           u"Add "_s + QString::number(minutes) + u" minutes to"_s, selection);
     if (!verification)
         return false;
     const SlotKey slot = selection.slotOf(selection.row(selection.current));
@@ -83,7 +87,8 @@ bool AddExtraTime(Station &station, const DaySelection &selection, qint16 minute
 
 bool clearExtraTime(Station &station, const DaySelection &selection)
 {
-    const auto verification = verifyUnless(station.prompts, reasonNotToClear(station, selection));
+    const auto verification =
+        verifyUnless(station, reasonNotToClear(station, selection), u"Remove the extra time of"_s, selection);
     if (!verification)
         return false;
     const SlotKey slot = selection.slotOf(selection.row(selection.current));

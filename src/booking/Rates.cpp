@@ -2,6 +2,7 @@
 
 #include "app/Formats.h"
 #include "booking/RemarkLog.h"
+#include "booking/SlotWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,7 +32,8 @@ bool changeRateType(Station &station, const DaySelection &selection, const QStri
         station.prompts.refuse(u"The slot already paid"_s);
         return false;
     }
-    const auto verification = station.prompts.verifyStaff();
+    const auto verification =
+        station.prompts.verifyStaff(taskInWords(u"Change the rate of"_s, station.settings, selection.slotOf(row)));
     if (!verification)
         return false;
     if (!verification->isAdmin()) {

@@ -65,7 +65,8 @@ void addWaitingEntry(Database &database, const QString &staff, const QString &da
 
 bool deleteWaitingEntry(Station &station, const QString &id)
 {
-    if (!station.prompts.confirm(u"Confirm delete?"_s, u"Important"_s) || !station.prompts.verifyStaff())
+    if (!station.prompts.confirm(u"Confirm delete?"_s, u"Important"_s) ||
+        !station.prompts.verifyStaff(u"Delete an entry of the waiting list"_s))
         return false;
     DbConnection connection(station.database);
     connection.execute(u"DELETE FROM tbl_waitlist where w_id='"_s + id + u"'"_s);

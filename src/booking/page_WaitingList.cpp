@@ -236,7 +236,8 @@ void page_WaitingList::showMenu(QPoint position)
 void page_WaitingList::addEntry()
 {
     guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
-        const auto staff = m_station.prompts.verifyStaff();
+        const auto staff =
+            m_station.prompts.verifyStaff(u"Put on the waiting list of "_s + fieldName(m_station.settings, m_field));
         if (!staff)
             return;
         frm_WaitingList window(m_station, staff->staffName, m_day, m_field, fieldName(m_station.settings, m_field),

@@ -144,7 +144,8 @@ void SlotActions::addWaitingEntry()
     const DaySelection selection = m_selection();
     bool added = false;
     guarded(m_station.prompts, ErrorCode::Database, [&] {
-        const auto verification = m_station.prompts.verifyStaff();
+        const auto verification =
+            m_station.prompts.verifyStaff(u"Put on the waiting list of "_s + fieldName(m_station, selection.field));
         if (!verification)
             return;
         frm_WaitingList window(m_station, verification->staffName, selection.day, selection.field,

@@ -167,7 +167,7 @@ private Q_SLOTS:
         drawnRows(uR"(
             nobody confirms           | verify -> nobody                                                         | 11111 |
             not meant                 | verify -> anna staff; confirm: Confirm Light Status? [Important] -> no   | 11111 |
-            staff, all off            | verify -> anna staff; confirm: Confirm Light Status? [Important] -> yes  | 00000 | l_staff='anna', l_datetime='2026-11-14 14:59:59', l_row0='off', l_row1='off',l_row2='off', l_row3='off', l_row4= 'off'
+            staff, all off            | verify Commit the lights of Field 4 -> anna staff; confirm: Confirm Light Status? [Important] -> yes  | 00000 | l_staff='anna', l_datetime='2026-11-14 14:59:59', l_row0='off', l_row1='off',l_row2='off', l_row3='off', l_row4= 'off'
             administrator, row by row | verify -> o'hara admin; confirm: Confirm Light Status? [Important] -> yes | 10110 | l_staff='o\'hara', l_datetime='2026-11-14 14:59:59', l_row0='on', l_row1='off',l_row2='on', l_row3='on', l_row4= 'off'
         )"_s);
     }

@@ -185,15 +185,17 @@ private Q_SLOTS:
         const auto row = cells<2>();
         const QByteArray garbage = QByteArray("\0\x80[System\xC3]\n=\xFF\r;\"", 17).repeated(250);
         const bool isPair = row[0] == u"Shared2";
-        const QByteArray wrong = isPair ? centre(m_server).replace("[HotSpot]", "Shared2=" + row[1].toUtf8() + "\n[HotSpot]")
-                                        : centre(m_server, {{row[0], row[1]}});
+        const QByteArray wrong =
+            isPair ? centre(m_server).replace("[HotSpot]", "Shared2=" + row[1].toUtf8() + "\n[HotSpot]")
+                   : centre(m_server, {{row[0], row[1]}});
         writeSettings(row[1] == u"garbage" ? garbage : wrong);
         Program program;
         expect(u"no start"_s, [&program] { return program.start() ? u"start"_s : u"no start"_s; });
         d->awaitWindow(u"frm_ErrorDisplay"_s);
         d->step(u"what is wrong and where"_s, [=, this] {
             const QString text = textOf(u"txt_Error"_s);
-            for (const QString &word : {isPair ? u"[Shared]"_s : u"[System]"_s, u'"' + row[0] + u'"', m_config.filePath(u"tamsora.ini"_s)})
+            for (const QString &word :
+                 {isPair ? u"[Shared]"_s : u"[System]"_s, u'"' + row[0] + u'"', m_config.filePath(u"tamsora.ini"_s)})
                 QVERIFY2(text.contains(word), qPrintable(text));
         });
         play(u"error Error while loading form | errors 1"_s);
@@ -256,6 +258,41 @@ private Q_SLOTS:
         QCOMPARE(m_server.rows(u"SELECT m_remark FROM tbl_remark"_s).size(), shown.size());
     }
 
+    void confirming()
+    {
+        m_server.exec(u"INSERT INTO tbl_staff (st_login, st_password, st_access) VALUES "
+                      "('cleo','secret3',0), ('dora','secret4',0), ('emma','secret5',0);"_s);
+        writeSettings(centre(m_server, {{u"display6"_s, u"Court <1>"_s}}));
+        start();
+        const QString cancel = u" | click btn_Cancel | closed frm_VerifyUser"_s;
+        script(logIn + court +
+               u" | select 16:00 | click btn_Book | see lbl_What Book Court <1>, 16:00 | "
+               "see btn_Recent_1 - | verify anna secret1 | type txt_BookerName Team A | click cmd_OK | "
+               "closed frm_Booker | click btn_Clear | see lbl_What Clear Court <1>, 16:00 | see txt_user  | "
+               "see btn_Recent_1 &1 anna | see btn_Recent_2 - | click btn_Recent_1 | see txt_user anna"_s);
+        d->step(u"on to the password"_s,
+                [] { QCOMPARE(QApplication::activeModalWidget()->focusWidget()->objectName(), u"txt_password"_s); });
+        script(
+            u"type txt_password secret2 | click btn_Go | answer Invalid Password, try again!"_s + cancel +
+            u" | click mnu_Add15 | see lbl_What Add 15 minutes to Court <1>, 16:00"_s + cancel +
+            u" | click mnu_SetMember | see lbl_What Change the rate of Court <1>, 16:00"_s + cancel +
+            u" | key Ctrl+C | select 18:00 19:00 21:00 | key Ctrl+V | see lbl_What "
+            "Paste on Court <1>, 18:00 to 20:00, 21:00 to 22:00"_s +
+            cancel +
+            u" | click mnu_BlockBook1 | see lbl_What Block book Court <1>, 18:00 to 20:00, 21:00 to 22:00, 4 weeks"_s +
+            cancel);
+        for (const QString &staff :
+             {u"boss secret2"_s, u"cleo secret3"_s, u"dora secret4"_s, u"anna secret1"_s, u"emma secret5"_s})
+            script(u"click btn_AddEntry | see lbl_What Put on the waiting list of Court <1> | verify "_s + staff +
+                   u" | click cmd_Cancel | closed frm_WaitingList"_s);
+        script(u"click btn_AddEntry | see btn_Recent_1 &1 emma | see btn_Recent_2 &2 anna | see btn_Recent_3 &3 dora | "
+               "see btn_Recent_4 &4 cleo | see btn_Recent_5 -"_s);
+        d->step(u"Alt+3"_s, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_3, Qt::AltModifier); });
+        script(u"see txt_user dora"_s + cancel);
+        d->step(u"tomorrow"_s, [this] { m_now = m_now.addDays(1); });
+        play(u"click btn_AddEntry | see btn_Recent_1 -"_s + cancel + u" | errors 0"_s);
+    }
+
     // Each entry box: what is typed and pasted into it comes without its backslashes, and a line says why.
     void noBackslash()
     {
@@ -303,8 +340,7 @@ private Q_SLOTS:
 
     void namesThatAreMarks()
     {
-        const QString refused =
-            u" | answer This name marks shared ground or extra time, please enter another one!"_s;
+        const QString refused = u" | answer This name marks shared ground or extra time, please enter another one!"_s;
         start();
         script(logIn + court + u" | select 16:00"_s);
         for (const QString &window : {u"btn_Book"_s, u"btn_AddEntry"_s}) {
