@@ -69,9 +69,13 @@ DaySchedule readDay(Database &database, const QString &day, int field, WorkingHo
         const auto row = std::find_if(rows.begin(), rows.end(), [hour](const DayRow &r) { return r.hour == hour; });
         if (row == rows.end())
             continue;
-        row->booker = bookings.text("b_bookername");
-        row->telephone = bookings.text("b_bookertel");
-        row->paid = paidText(bookings.amount("b_paid"));
+        // A booker is shown, whatever marks of shared ground stand beside it.
+        const QString booker = bookings.text("b_bookername");
+        if (row->isFree() || isMarkerText(row->booker) || !isMarkerText(booker)) {
+            row->booker = booker;
+            row->telephone = bookings.text("b_bookertel");
+            row->paid = paidText(bookings.amount("b_paid"));
+        }
         // A marker row beside the booking has no extra time of its own and takes none away.
         int &minutes = extraMinutes[std::size_t(row - rows.begin()) + 1];
         minutes = std::max(minutes, bookings.number("b_extratime"));

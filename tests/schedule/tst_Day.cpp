@@ -105,6 +105,11 @@ private Q_SLOTS:
         book(u"2026-11-14 01:00:00"_s, 3, u"b_bookername='After midnight', b_extratime=30, b_paid=0.05"_s);
         book(u"2026-11-15 01:00:00"_s, 3, u"b_bookername='Next business day'"_s);
         book(u"2026-11-14 09:00:00"_s, 2, u"b_bookername='Other field'"_s);
+        // A booker beside marks, in whatever order the server tells of them.
+        for (const QString &name : {u"Partially Shared"_s, u"Zoe', b_bookertel='7', b_paid='5"_s, u"Shared Booking"_s})
+            book(u"2026-11-14 17:00:00"_s, 3, u"b_bookername='"_s + name + u"'"_s);
+        for (const QString &name : {u"Shared Booking"_s, u"Abel"_s, u"Partially Shared"_s})
+            book(u"2026-11-14 19:00:00"_s, 3, u"b_bookername='"_s + name + u"'"_s);
         for (const QString &foreign : {u"00:00"_s, u"03:00"_s, u"07:00"_s})
             book(u"2026-11-14 "_s + foreign + u":00"_s, 3, u"b_bookername='No row for it', b_extratime=30"_s);
 
@@ -122,8 +127,8 @@ private Q_SLOTS:
         QCOMPARE(drawn(schedule.rows),
                  (QStringList{u"08:00 O'Neil %1 😀|5'5|Paid 1,234.50"_s, u"10:00 Quarter||"_s,
                               u"11:00 "_s + extra.arg(QChar(0xBC)), u"12:00 Before its neighbour||"_s,
-                              u"13:00 Neighbour|6|"_s, u"14:00 "_s + extra.arg(QChar(0xBE)),
-                              u"23:00 Partially Shared||"_s, u"24:00 "_s + extra.arg(QChar(0xBC)),
+                              u"13:00 Neighbour|6|"_s, u"14:00 "_s + extra.arg(QChar(0xBE)), u"17:00 Zoe|7|Paid 5.00"_s,
+                              u"19:00 Abel||"_s, u"23:00 Partially Shared||"_s, u"24:00 "_s + extra.arg(QChar(0xBC)),
                               u"01:00 After midnight||Paid 0.05"_s, u"02:00 "_s + extra.arg(QChar(0xBD))}));
         QCOMPARE(schedule.rows.size(), std::size_t(19));
         QVERIFY_THROWS_EXCEPTION(DbError, m_server.exec(u"DROP TABLE tbl_booking"_s);
