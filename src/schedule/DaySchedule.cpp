@@ -102,6 +102,27 @@ QString RefreshList(Database &database, const QString &day, int hour)
     return playersOf(connection.query(u"SELECT *"_s + hourCondition(day, hour)));
 }
 
+QString stateInWords(RowState state)
+{
+    switch (state) {
+    case RowState::Free:
+        return u"free"_s;
+    case RowState::Booked:
+        return u"booked"_s;
+    case RowState::Paid:
+        return u"paid"_s;
+    case RowState::Shared:
+        return u"shared"_s;
+    case RowState::ExtraTime:
+        return u"extra time"_s;
+    case RowState::Past:
+        return u"past"_s;
+    case RowState::NotRead:
+        break;
+    }
+    return u"not read"_s;
+}
+
 RowState stateOf(const DayRow &row, bool isPast)
 {
     if (row.isFree())

@@ -28,5 +28,8 @@ QString RefreshList(Database &database, const QString &day, int hour);
 /// What a row looks like, in words and colour.
 enum class RowState { Free, Booked, Paid, Shared, ExtraTime, Past, NotRead };
 
+/// "free", "past", "booked", "paid", "shared", "extra time" or "not read".
+QString stateInWords(RowState state);
+
 /// The state of a row; Past is a free row whose hour is over.
 RowState stateOf(const DayRow &row, bool isPast);

@@ -58,14 +58,6 @@ QString historyTip(const QString &history)
     return wrapping + lines.join(u"<br>"_s) + u"</td></tr></table>"_s;
 }
 
-/// What a row without a booker says.
-QString wordFor(RowState state)
-{
-    if (state == RowState::NotRead)
-        return u"not read"_s;
-    return state == RowState::Past ? u"past"_s : u"free"_s;
-}
-
 /// Paints a cell in its row's state; a selected row has a frame and bold text, so that its state can still be seen.
 class SlotDelegate : public QStyledItemDelegate
 {
@@ -99,7 +91,7 @@ private:
             painter.fillRect(option.rect.adjusted(2, 2, -2, -2), Qt::white);
             colour = mark == DayModel::PresentHour ? presentHourColour : hourBeforeColour;
         } else if (text.isEmpty() && index.column() == DayModel::BookerName) {
-            text = wordFor(state);
+            text = stateInWords(state);
             font.setItalic(true);
             colour.setAlpha(170);
         }

@@ -186,12 +186,26 @@ private Q_SLOTS:
         QCOMPARE(marks(2), u"01:00 AM before, 02:00 AM now"_s);
         QCOMPARE(marks(3), QString());
 
+        QStringList spoken;
+        for (const int row : {0, 1, 2, 3, 4, 5, 6})
+            spoken << model.index(row, DayModel::HourRange).data(Qt::AccessibleTextRole).toString().mid(14);
+        QCOMPARE(spoken.join(u", "_s), u", booked, past, , paid, , extra time, , shared, , shared, , past, , free"_s);
+        marks(9);
+        spoken.clear();
+        for (const int column : {1, 2})
+            for (const int row : {0, 1, 5, 6})
+                spoken << model.index(row, column).data(Qt::AccessibleTextRole).toString();
+        QCOMPARE(spoken.join(u'|'), u"08:00 AM, hour before|09:00 AM, present hour|01:00 PM|02:00 PM|Team A|Team A|"
+                                    "past|free"_s);
+
         QList<int> states;
         for (int row = 0; row < 7; ++row)
             states << model.index(row, DayModel::BookerName).data(DayModel::StateRole).toInt();
         QCOMPARE(states,
                  (QList<int>{int(RowState::Booked), int(RowState::Paid), int(RowState::ExtraTime),
                              int(RowState::Shared), int(RowState::Shared), int(RowState::Past), int(RowState::Free)}));
+        model.showUnread();
+        QCOMPARE(model.index(0, 0).data(Qt::AccessibleTextRole).toString(), u"08:00 to 09:00, not read"_s);
     }
 
 private:
