@@ -2,6 +2,7 @@
 
 #include "app/Errors.h"
 #include "app/Formats.h"
+#include "app/Look.h"
 #include "booking/SlotWords.h"
 #include "booking/WrappedLabel.h"
 #include "booking/frm_WaitingList.h"
@@ -87,6 +88,7 @@ QWidget *page_WaitingList::makeDayAndPlan()
     m_calendar->setAccessibleName(u"Day of the waiting list"_s);
     m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     m_calendar->setGridVisible(false);
+    Look::applyTo(*m_calendar);
     m_calendar->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     layout->addWidget(m_calendar);
     m_planPlace = new QVBoxLayout;

@@ -94,6 +94,7 @@ QWidget *page_Booking::makeDayChooser()
     m_calendar->setGridVisible(true);
     m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     m_calendar->setAccessibleName(u"Day"_s);
+    Look::applyTo(*m_calendar);
     // A mouse click tells both that the day changed and that it was clicked: one reading answers both.
     m_dayClicked.setSingleShot(true);
     connect(m_calendar, &QCalendarWidget::selectionChanged, &m_dayClicked, qOverload<>(&QTimer::start));

@@ -1,6 +1,7 @@
 #include "Program.h"
 #include "WindowDriver.h"
 #include "app/Application.h"
+#include "app/Look.h"
 #include "app/frm_AdminPass.h"
 #include "booking/Booking.h"
 #include "schedule/DayModel.h"
@@ -22,6 +23,7 @@
 #include <QTimer>
 #include <QToolTip>
 
+#include <cmath>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -78,6 +80,19 @@ QString textOf(const QString &name)
         if (control && control->property(property).isValid())
             return control->property(property).toString();
     return u"-"_s;
+}
+
+// How much lighter one of two colours is, from 1 to 21; 4.5 can be read by people with poor sight.
+double contrast(const QColor &one, const QColor &other)
+{
+    const auto light = [](const QColor &colour) {
+        const auto linear = [](double part) {
+            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+    };
+    const auto [darker, lighter] = std::minmax(light(one), light(other));
+    return (lighter + 0.05) / (darker + 0.05);
 }
 
 // The controls of a window that Tab does not come to.
@@ -535,6 +550,40 @@ private Q_SLOTS:
             QVERIFY2(QToolTip::text().contains(line), qPrintable(QToolTip::text()));
         });
         play();
+    }
+
+    void everyTextCanBeRead()
+    {
+        QVERIFY(std::abs(contrast(Qt::black, Qt::white) - 21) < 0.01 && contrast({120, 126, 128}, Qt::white) < 4.5);
+        QCOMPARE(Look::presentHour.text, QColor(0, 192, 0));
+        QCOMPARE(Look::hourBefore.text, QColor(255, 0, 0));
+        const QColor weekend = Look::alert.background;
+        std::vector<Look::Tone> tones{Look::free,
+                                      Look::booked,
+                                      Look::paid,
+                                      Look::past,
+                                      Look::shared,
+                                      Look::extraTime,
+                                      Look::alert,
+                                      Look::presentHour,
+                                      Look::hourBefore,
+                                      {Look::paper, weekend},
+                                      {Look::shared.background, weekend},
+                                      {Look::paper, Look::accent}};
+        const QPalette palette = QApplication::palette();
+        for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+            for (const auto &[ground, text] :
+                 std::initializer_list<std::pair<QPalette::ColorRole, QPalette::ColorRole>>{
+                     {QPalette::Window, QPalette::WindowText},
+                     {QPalette::Base, QPalette::Text},
+                     {QPalette::AlternateBase, QPalette::Text},
+                     {QPalette::Button, QPalette::ButtonText},
+                     {QPalette::Base, QPalette::PlaceholderText},
+                     {QPalette::Highlight, QPalette::HighlightedText},
+                     {QPalette::ToolTipBase, QPalette::ToolTipText}})
+                tones.push_back({palette.color(group, ground), palette.color(group, text)});
+        for (const auto &[ground, text] : tones)
+            QVERIFY2(contrast(ground, text) >= 4.5, qPrintable(text.name() + u" on "_s + ground.name()));
     }
 
     void tabReachesEverything()
