@@ -224,22 +224,39 @@ void DayView::mousePressEvent(QMouseEvent *event)
 void DayView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     QTableView::mouseDoubleClickEvent(event);
-    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
-        Q_EMIT bookingWanted();
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !index.isValid())
+        return;
+    // The first press of the two deselects a row that a tap had selected.
+    if (selectionMode() == MultiSelection)
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    Q_EMIT bookingWanted();
 }
 
 void DayView::keyPressEvent(QKeyEvent *event)
 {
+    const bool menuKey =
+        event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         Q_EMIT bookingWanted();
+    else if (menuKey)
+        wantMenuAtCurrentRow();
     else
         QTableView::keyPressEvent(event);
 }
 
 void DayView::contextMenuEvent(QContextMenuEvent *event)
 {
-    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
-    Q_EMIT menuWanted(byKey ? viewport()->mapToGlobal(visualRect(currentIndex()).center()) : event->globalPos());
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        wantMenuAtCurrentRow();
+    else
+        Q_EMIT menuWanted(event->globalPos());
+}
+
+void DayView::wantMenuAtCurrentRow()
+{
+    const QRect row = currentIndex().isValid() ? visualRect(currentIndex()) : viewport()->rect();
+    Q_EMIT menuWanted(viewport()->mapToGlobal(row.center()));
 }
 
 bool DayView::viewportEvent(QEvent *event)

@@ -293,7 +293,8 @@ bool frm_Main::handleKey(const QKeyEvent &key)
 {
     const int page = m_pages->currentIndex();
     const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
-    if (key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F16 && modifiers != Qt::AltModifier) {
+    const bool menuOfGrid = page == BookingPage && key.key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier;
+    if (!menuOfGrid && key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F16 && modifiers != Qt::AltModifier) {
         m_pages->setCurrentIndex(CounterPage);
         return true;
     }

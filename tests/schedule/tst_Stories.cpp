@@ -586,6 +586,46 @@ private Q_SLOTS:
             QVERIFY2(contrast(ground, text) >= 4.5, qPrintable(text.name() + u" on "_s + ground.name()));
     }
 
+    void menuByKey()
+    {
+        start();
+        script(logIn + u" | select 16:00"_s);
+        for (const auto &[key, modifier] :
+             {std::pair{Qt::Key_F10, Qt::ShiftModifier}, {Qt::Key_Menu, Qt::NoModifier}}) {
+            d->pressKey(grid, key, modifier);
+            d->step(u"the menu"_s, [] {
+                QWidget *menu = QApplication::activePopupWidget();
+                QVERIFY(menu);
+                QCOMPARE(menu->objectName(), u"mnu_Mouse"_s);
+                auto *table = WindowDriver::control<QTableView>(grid);
+                const QPoint corner = table->viewport()->mapFromGlobal(menu->pos());
+                QCOMPARE(table->rowAt(corner.y()), rowOf(u"16:00"_s));
+                menu->close();
+            });
+        }
+        play(u"key Shift+F9"_s);
+        QCOMPARE(part<QTabWidget>(u"SSTab1"_s)->currentIndex(), 1);
+    }
+
+    void selectingSeveral()
+    {
+        start();
+        script(logIn + court + u" | click btn_SelectSeveral | select 16:00 18:00 20:00"_s);
+        for (const QString &hour : {u"18:00"_s, u"19:00"_s}) {
+            d->step(hour, [hour] {
+                auto *table = WindowDriver::control<QTableView>(grid);
+                const QPoint cell = table->visualRect(table->model()->index(rowOf(hour), 2)).center();
+                QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell);
+                QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, cell);
+            });
+            script(u"see lbl_What Book F6, "_s +
+                   (hour == u"18:00" ? u"16:00 to 17:00, 18:00 to 19:00, 20:00 to 21:00"_s
+                                     : u"16:00 to 17:00, 18:00 to 21:00"_s) +
+                   u" | click btn_Cancel | closed frm_VerifyUser"_s);
+        }
+        play(u"errors 0"_s);
+    }
+
     void tabReachesEverything()
     {
         start();
