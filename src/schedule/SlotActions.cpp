@@ -7,6 +7,8 @@
 #include "booking/Cancelling.h"
 #include "booking/ExtraTime.h"
 #include "booking/Rates.h"
+#include "booking/RemarkLog.h"
+#include "booking/SlotWords.h"
 #include "booking/frm_BlockBookingResult.h"
 #include "booking/frm_Booker.h"
 #include "booking/frm_WaitingList.h"
@@ -89,6 +91,10 @@ void SlotActions::buildMenu()
     addRateEntry(u"mnu_SetMember"_s, u"member"_s, RateType::member);
     addRateEntry(u"mnu_setStudent"_s, u"student"_s, RateType::student);
     m_menu->addSeparator();
+    auto *history = add(m_menu, u"mnu_History"_s, u"&History…"_s, &SlotActions::showHistory);
+    history->setShortcut(QKeySequence(u"Ctrl+H"_s));
+    history->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    m_window->addAction(history);
     add(m_menu, u"mnu_Delete"_s, u"C&lear booking…"_s, &SlotActions::clear)->setIcon(Look::icon(u"clear"_s));
 }
 
@@ -169,6 +175,19 @@ void SlotActions::paste()
     if (run([this](const DaySelection &selection) { pasteSelection(m_station, m_clipboard, selection); }, database))
         Q_EMIT waitingListTouched();
     Q_EMIT clipboardChanged();
+}
+
+void SlotActions::showHistory()
+{
+    const DaySelection selection = m_selection();
+    if (!hasRows(selection))
+        return;
+    const SlotKey slot = selection.slotOf(selection.row(selection.current));
+    QString history;
+    if (guarded(m_station.prompts, ErrorCode::Database,
+                [&] { history = slotHistory(m_station.database, slot).trimmed(); }))
+        m_station.prompts.inform(taskInWords(u"History of"_s, m_station.settings, slot) + u"\n\n"_s +
+                                 (history.isEmpty() ? u"Nothing was done to this hour yet."_s : history));
 }
 
 void SlotActions::addExtraTime(qint16 minutes)

@@ -29,6 +29,8 @@ public:
     void addWaitingEntry();
     void copy();
     void paste();
+    /// Tells what was done to the current row's slot, for those who have no pointer that rests.
+    void showHistory();
 
 signals:
     /// An operation may have changed the day; `ok` is false when it ended in an error that staff have seen.

@@ -549,7 +549,9 @@ private Q_SLOTS:
             const QString line = u"13 Nov 01:02:03 PM: anna book &lt;i&gt;A&lt;/i&gt; 55"_s;
             QVERIFY2(QToolTip::text().contains(line), qPrintable(QToolTip::text()));
         });
-        play();
+        play(u"select 16:00 | click mnu_History | answer History of pitch0, 16:00\n\n13 Nov 01:02:03 PM: anna book "
+             "<i>A</i> 55 | select 17:00 | click mnu_History | answer History of pitch0, 17:00\n\n"
+             "Nothing was done to this hour yet. | errors 0"_s);
     }
 
     void everyTextCanBeRead()
