@@ -237,6 +237,10 @@ void page_WaitingList::showMenu(QPoint position)
 
 void page_WaitingList::addEntry()
 {
+    if (m_station.settings.MaxFieldIndex < 0) {
+        m_station.prompts.inform(u"No field is set up: nobody can wait for one."_s);
+        return;
+    }
     guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
         const auto staff =
             m_station.prompts.verifyStaff(u"Put on the waiting list of "_s + fieldName(m_station.settings, m_field));

@@ -104,8 +104,18 @@ void SlotActions::addSpecialGroup(int group)
     addRateEntry(u"mnu_SetSpecialGroup_"_s + number, u"special group "_s + number, RateType::specialGroup(group));
 }
 
+bool SlotActions::hasField()
+{
+    if (m_station.settings.MaxFieldIndex >= 0)
+        return true;
+    m_station.prompts.inform(u"No field is set up: nothing can be booked."_s);
+    return false;
+}
+
 bool SlotActions::hasRows(const DaySelection &selection)
 {
+    if (!hasField())
+        return false;
     if (!selection.selected.empty())
         return true;
     m_station.prompts.inform(u"Select one or more hours first."_s);
@@ -147,6 +157,8 @@ void SlotActions::clear()
 
 void SlotActions::addWaitingEntry()
 {
+    if (!hasField())
+        return;
     const DaySelection selection = m_selection();
     bool added = false;
     guarded(m_station.prompts, ErrorCode::Database, [&] {
@@ -166,6 +178,8 @@ void SlotActions::addWaitingEntry()
 
 void SlotActions::copy()
 {
+    if (!hasField())
+        return;
     guarded(m_station.prompts, ErrorCode::Database, [this] { copySlot(m_station, m_clipboard, m_selection()); });
     Q_EMIT clipboardChanged();
 }

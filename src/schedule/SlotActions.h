@@ -47,6 +47,7 @@ private:
     /// Runs an operation on the selection and reports that the day was touched; false after an error, which staff have
     /// seen, or when nothing is selected.
     bool run(const std::function<void(const DaySelection &)> &operation, int errorCode);
+    bool hasField();
     bool hasRows(const DaySelection &selection);
     void addExtraTime(qint16 minutes);
     void clearAddition();

@@ -291,8 +291,11 @@ void page_Booking::showRows(std::vector<DayRow> rows)
 
 void page_Booking::showHeading()
 {
-    m_fieldName->showText(m_station.settings.FieldDisplayNames.at(std::size_t(field())));
-    m_fieldInfo->setText(u"Field Number "_s + QString::number(field() + 1)); // people count from 1
+    const bool isField = field() <= m_station.settings.MaxFieldIndex;
+    m_fieldName->showText(isField ? m_station.settings.FieldDisplayNames.at(std::size_t(field()))
+                                  : u"No field is set up"_s);
+    m_fieldInfo->setText(isField ? u"Field Number "_s + QString::number(field() + 1)
+                                 : QString()); // people count from 1
     const QDate day = QDate::fromString(m_day, Qt::ISODate);
     m_dayLabel->setText(QLocale::c().toString(day, u"ddd d MMMM yyyy"_s));
 }

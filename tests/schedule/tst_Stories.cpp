@@ -17,6 +17,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -626,6 +627,27 @@ private Q_SLOTS:
                    u" | click btn_Cancel | closed frm_VerifyUser"_s);
         }
         play(u"errors 0"_s);
+    }
+
+    void noFields()
+    {
+        writeSettings(centre(m_server, {{u"pitch0"_s, QString()}}).replace("[Shared]\nShared0=0&1\nShared1=0&2\n", ""));
+        book(u"16:00"_s, 0, u"Team A"_s);
+        start();
+        const QString refused = u" | answer No field is set up: nothing can be booked."_s;
+        script(logIn + u" | see lbl_FieldName No field is set up | see lbl_FieldInfo  | select 16:00 18:00"_s);
+        d->step(u"what is written"_s, [this] { m_server.startLog(); });
+        for (const QString &entry :
+             u"btn_Book btn_Clear btn_AddEntry mnu_Book mnu_AddEntry mnu_Copy mnu_Paste mnu_BlockBook1 mnu_Add15 "
+             "mnu_ClearAddition mnu_SetMember mnu_Delete mnu_History"_s.split(u' '))
+            script(u"click "_s + entry + refused);
+        d->step(u"keys"_s, [] { QTest::keyClick(WindowDriver::control<QWidget>(u"LayoutPlan1"_s), Qt::Key_Return); });
+        script(u"key Ctrl+V"_s + refused +
+               u" | key P | key O | tick 15:55:00 | tick 16:02:00 | page 4 | "
+               "click btn_AddEntry2 | answer No field is set up: nobody can wait for one. | page 2"_s);
+        expect(u"false"_s, [this] { return part(u"btn_LightCommit"_s)->isEnabled() ? u"true"_s : u"false"_s; });
+        play(u"errors 0"_s);
+        QCOMPARE(m_server.takeLog().filter(QRegularExpression(u"^(INSERT|UPDATE|DELETE|LOCK)"_s)), QStringList());
     }
 
     void tabReachesEverything()
