@@ -225,12 +225,15 @@ void frm_Main::takeWaitingEntry(const QString &id)
 void frm_Main::refreshPlan()
 {
     m_planMinute = m_station.now().time().minute();
+    std::vector<FieldStatus> status; // without a database the plans say nothing rather than something old
     try {
-        m_booking->plan().setFieldStatus(
-            readPlanStatus(m_station.database, m_station.now(), m_station.hours(), m_station.settings.MaxFieldIndex));
+        status =
+            readPlanStatus(m_station.database, m_station.now(), m_station.hours(), m_station.settings.MaxFieldIndex);
     } catch (const DbError &) {
-        m_booking->plan().setFieldStatus({}); // the plan says nothing rather than something old
+        status.clear();
     }
+    m_booking->plan().setFieldStatus(status);
+    m_lights->showStatus(status);
 }
 
 void frm_Main::tick()

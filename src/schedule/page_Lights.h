@@ -1,6 +1,7 @@
 #pragma once
 
 #include "schedule/Lights.h"
+#include "schedule/PlanStatus.h"
 
 #include <QIcon>
 #include <QWidget>
@@ -27,6 +28,8 @@ public:
     void resetSwitches();
     /// Shows the fields as they are now and the last commits of the chosen field. The switches stay.
     void refresh();
+    /// Shows the fields as they are now, read elsewhere.
+    void showStatus(const std::vector<FieldStatus> &status);
     /// Chooses the field whose lights are switched. Its switches show what was committed last.
     void selectField(int field);
 

@@ -23,6 +23,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
+#include <QTreeWidget>
 
 #include <cmath>
 #include <memory>
@@ -526,6 +527,41 @@ private Q_SLOTS:
         play();
         QCOMPARE(rows(u"SELECT l_field, l_staff, l_datetime, l_row0, l_row1, l_row2, l_row3, l_row4 FROM tbl_light"_s),
                  u"6|anna|2026-11-14 14:59:59|on|off|off|on|off"_s);
+        const auto clickField = [this](int field) {
+            d->clickAt(u"LayoutPlan2"_s, [field](QWidget *plan) {
+                return qobject_cast<LayoutPlan *>(plan)->fieldRect(field).center().toPoint();
+            });
+        };
+        const auto commits = [this](const QString &count) {
+            expect(count, [] {
+                return QString::number(WindowDriver::control<QTreeWidget>(u"ListView_Light"_s)->topLevelItemCount());
+            });
+        };
+        commits(u"1"_s);
+        clickField(3);
+        commits(u"0"_s);
+        script(u"see lbl_LightState Nothing was committed for this field yet."_s);
+        clickField(6);
+        commits(u"1"_s);
+        script(u"server goes"_s);
+        clickField(3);
+        script(u"error Error while accessing database | see lbl_LightField pitch3 | "
+               "see lbl_LightState The light log of this field could not be read."_s);
+        commits(u"0"_s);
+        const auto says = [this](const QString &state) {
+            expect(state, [] {
+                return WindowDriver::control<QWidget>(u"LayoutPlan2"_s)->accessibleDescription().section(u'.', 0, 0);
+            });
+        };
+        d->step(u"a booking of the next hour"_s, [this] {
+            m_server.start();
+            book(u"15:00"_s, 3, u"Team A"_s);
+        });
+        clickField(3);
+        says(u"pitch3: Free"_s);
+        script(u"tick 15:00:00"_s);
+        says(u"pitch3: Booked, Team A"_s);
+        play(u"errors 1"_s);
     }
 
     void historyOfASlot()
