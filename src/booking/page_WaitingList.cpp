@@ -18,8 +18,6 @@
 #include <QTableView>
 #include <QTextDocument>
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -93,15 +91,12 @@ QWidget *page_WaitingList::makeDayAndPlan()
     layout->addWidget(m_calendar);
     m_planPlace = new QVBoxLayout;
     layout->addLayout(m_planPlace, 1);
-    // A mouse click on another day tells both; the arrow keys tell the first, a click on the same day the second.
-    connect(m_calendar, &QCalendarWidget::selectionChanged, this, [this] {
-        m_dayTaken = true;
-        takeDay(m_calendar->selectedDate());
-    });
-    connect(m_calendar, &QCalendarWidget::clicked, this, [this](QDate day) {
-        if (!std::exchange(m_dayTaken, false))
-            takeDay(day);
-    });
+    // A mouse click on another day tells both; the arrow keys tell the first, a click on the same day the second. One
+    // reading answers both.
+    m_dayClicked.setSingleShot(true);
+    connect(m_calendar, &QCalendarWidget::selectionChanged, &m_dayClicked, qOverload<>(&QTimer::start));
+    connect(m_calendar, &QCalendarWidget::clicked, &m_dayClicked, qOverload<>(&QTimer::start));
+    connect(&m_dayClicked, &QTimer::timeout, this, [this] { takeDay(m_calendar->selectedDate()); });
     return side;
 }
 

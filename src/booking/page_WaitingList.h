@@ -5,6 +5,7 @@
 #include "booking/WaitingList.h"
 
 #include <QDate>
+#include <QTimer>
 #include <QWidget>
 
 class QBoxLayout;
@@ -66,7 +67,7 @@ private:
     QString m_day;
     int m_field = 0;
     bool m_reading = false;
-    bool m_dayTaken = false; ///< the click that is coming belongs to a day that was taken already
+    QTimer m_dayClicked;
     QCalendarWidget *m_calendar = nullptr;
     QBoxLayout *m_planPlace = nullptr;
     QLabel *m_heading = nullptr;

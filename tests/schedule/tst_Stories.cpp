@@ -12,6 +12,7 @@
 #include "support/TestStation.h"
 
 #include <QAbstractButton>
+#include <QCalendarWidget>
 #include <QClipboard>
 #include <QFile>
 #include <QHelpEvent>
@@ -684,6 +685,46 @@ private Q_SLOTS:
         expect(u"false"_s, [this] { return part(u"btn_LightCommit"_s)->isEnabled() ? u"true"_s : u"false"_s; });
         play(u"errors 0"_s);
         QCOMPARE(m_server.takeLog().filter(QRegularExpression(u"^(INSERT|UPDATE|DELETE|LOCK)"_s)), QStringList());
+    }
+
+    // A click on the day that an arrow key chose reads it again, and one on another day reads that once.
+    void daysByKeyAndClick()
+    {
+        start();
+        const auto reading = [this](const QString &calendar, const QString &table, const std::function<void()> &act,
+                                    const QString &wanted) {
+            d->step(calendar, [=, this] {
+                m_server.startLog();
+                act();
+            });
+            d->step(calendar, [=] { QCoreApplication::processEvents(); });
+            expect(wanted, [=, this] {
+                const QStringList read = m_server.takeLog().filter(table);
+                return QString::number(read.size()) + u' ' + read.value(0).section(u"2026-11-"_s, 1).left(2);
+            });
+        };
+        const auto days = [&](const QString &name, const QString &table) {
+            const auto press = [this, name] {
+                QTest::keyClick(part(name)->findChild<QWidget *>(u"qt_calendar_calendarview"_s), Qt::Key_Right);
+            };
+            const auto click = [this, name](int day) {
+                auto *calendar = part<QCalendarWidget>(name);
+                calendar->setSelectedDate({2026, 11, day});
+                Q_EMIT calendar->clicked({2026, 11, day});
+            };
+            reading(name, table, press, u"1 15"_s);
+            reading(
+                name, table, [=] { click(15); }, u"1 15"_s);
+            reading(
+                name, table, [=] { click(17); }, u"1 17"_s);
+            reading(
+                name, table, [=] { click(17); }, u"1 17"_s);
+        };
+        script(logIn);
+        days(u"Calendar"_s, u"b_extratime"_s);
+        script(u"page 4"_s);
+        days(u"Calendar2"_s, u"tbl_waitlist"_s);
+        play(u"errors 0"_s);
     }
 
     void tabReachesEverything()
