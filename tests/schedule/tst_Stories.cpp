@@ -22,6 +22,7 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextDocument>
 #include <QTimer>
 #include <QToolTip>
 #include <QTreeWidget>
@@ -429,7 +430,7 @@ private Q_SLOTS:
         book(u"16:00"_s, 6, u"Team A"_s);
         book(u"17:00"_s, 6, u"Team A"_s);
         m_server.exec(u"INSERT INTO tbl_waitlist SET w_id=7, w_datetime='2026-11-14 17:00:00', w_field=6, "
-                      "w_bookername='Nora', w_bookertel='331', w_specialrate='student'"_s);
+                      "w_bookername='Nora & <Co>', w_bookertel='331', w_specialrate='student'"_s);
         start();
         script(logIn + court +
                u" | select 16:00 17:00 | click btn_Clear | verify anna secret1 | type txt_Answer rain, said O'Neil | "
@@ -437,15 +438,25 @@ private Q_SLOTS:
         d->step(u"the selection stays"_s, [] {
             QCOMPARE(WindowDriver::control<DayView>(grid)->selectedRowNumbers(), (std::vector<int>{8, 9}));
         });
-        script(u"see lbl_Waiting_7 17:00 is free now. Waiting: Nora, tel. 331 | click btn_TakeWaiting_7"_s);
+        script(u"see lbl_Waiting_7 17:00 is free now. Waiting: Nora & <Co>, tel. 331"_s);
+        d->step(u"the tip"_s, [] {
+            QString tip = WindowDriver::control<QWidget>(u"lbl_Waiting_7"_s)->toolTip();
+            if (Qt::mightBeRichText(tip)) {
+                QTextDocument shown;
+                shown.setHtml(tip);
+                tip = shown.toPlainText();
+            }
+            QCOMPARE(tip, u"17:00 is free now. Waiting: Nora & <Co>, tel. 331"_s);
+        });
+        script(u"click btn_TakeWaiting_7"_s);
         d->step(u"on the clipboard"_s, [] {
             for (const QString &word : {u"Nora"_s, u"tudent"_s, u"waiting list"_s, u"17:00"_s})
                 QVERIFY2(textOf(u"lbl_Clipboard"_s).contains(word), qPrintable(textOf(u"lbl_Clipboard"_s)));
         });
-        play(u"key Ctrl+V | verify boss secret2 | grid 16:00 Nora, 17:00 Nora | errors 0"_s);
+        play(u"key Ctrl+V | verify boss secret2 | grid 16:00 Nora & <Co>, 17:00 Nora & <Co> | errors 0"_s);
         QCOMPARE(rows(u"SELECT w_id FROM tbl_waitlist"_s), QString());
         QCOMPARE(rows(u"SELECT m_remark, m_job, m_staff FROM tbl_remark WHERE m_datetime LIKE '%17:00:00'"_s),
-                 u"rain, said O'Neil|cancel|anna,  Nora 331|book|boss"_s);
+                 u"rain, said O'Neil|cancel|anna,  Nora & <Co> 331|book|boss"_s);
     }
 
     void blockBooking()
