@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -23,6 +25,15 @@ QPlainTextEdit *addList(QVBoxLayout *layout, const QString &name, QLabel *title)
     layout->addWidget(title);
     layout->addWidget(list, 1);
     return list;
+}
+
+// The number of the special group whose button this is; behind all of them for any other.
+int groupOf(const QLayoutItem &item)
+{
+    const QString name = item.widget() ? item.widget()->objectName() : QString();
+    bool isGroup = false;
+    const int group = name.section(u"btn_MemberDynamic_"_s, 1).toInt(&isGroup);
+    return isGroup ? group : std::numeric_limits<int>::max();
 }
 
 } // namespace
@@ -64,8 +75,10 @@ void PlayLists::addSpecialGroup(int group)
     QPushButton *button =
         addRegisterButton(u"btn_MemberDynamic_"_s + number, u"Special Group # "_s + number, u"membership"_s);
     m_registers->removeWidget(button);
-    const int behindMembership = 2;
-    m_registers->insertWidget(behindMembership + group, button);
+    int place = 3; // behind the members
+    while (groupOf(*m_registers->itemAt(place)) < group)
+        ++place;
+    m_registers->insertWidget(place, button);
 }
 
 QWidget *PlayLists::makeLists()

@@ -505,6 +505,36 @@ private Q_SLOTS:
              "tick 17:30:00 | tick 17:55:00 | error Error while accessing database | errors 2 | server comes"_s);
     }
 
+    void specialGroups_data()
+    {
+        drawnRows(uR"(
+            none       |           |
+            with a gap | 1 4       | 1 4
+            the last   | 5         | 5
+            all        | 1 2 3 4 5 | 1 2 3 4 5
+            too many   | 2 6       | 2
+        )"_s);
+    }
+
+    void specialGroups()
+    {
+        const auto [tables, shown] = cells<2>();
+        for (const QString &group : tables.split(u' ', Qt::SkipEmptyParts))
+            m_server.exec(u"CREATE TABLE IF NOT EXISTS tbl_specialgroup"_s + group + u" LIKE tbl_member"_s);
+        TestStation station(m_server);
+        frm_Main window(station);
+        window.load();
+        QStringList buttons;
+        const QLayout *layout = window.findChild<QWidget *>(u"btn_Item"_s)->parentWidget()->layout();
+        for (int i = 0; i < layout->count(); ++i)
+            if (const QWidget *button = layout->itemAt(i)->widget())
+                buttons << button->objectName().section(u'_', 1);
+        QStringList wanted{u"Item"_s, u"Options"_s, u"Membership"_s};
+        for (const QString &group : shown.split(u' ', Qt::SkipEmptyParts))
+            wanted << u"MemberDynamic_"_s + group;
+        QCOMPARE(buttons, wanted + QStringList({u"Student"_s, u"Summary"_s}));
+    }
+
     void counterAndShift()
     {
         m_server.exec(u"INSERT INTO tbl_system SET sys_counter=2, sys_counterstaff='ben'"_s);
