@@ -156,7 +156,7 @@ void frm_Main::load()
         m_lights->resetSwitches();
         m_booking->RefreshView();
         m_waiting->RefreshWaitList();
-        showCounter();
+        showCounter(m_station.settings.SelectedCounter);
     });
     const int hour = m_station.now().time().hour();
     // The start hour itself counts as evening.
@@ -187,17 +187,18 @@ void frm_Main::loadSpecialGroups()
             m_booking->addSpecialGroup(group);
 }
 
-void frm_Main::showCounter()
+void frm_Main::showCounter(qint16 counter)
 {
-    const int counter = m_station.settings.SelectedCounter;
-    m_counter->setText(u"Counter "_s + QString::number(counter) + u'\n' + GetCounterStaff(m_station.database, counter));
+    const QString staff = GetCounterStaff(m_station.database, counter);
+    m_station.settings.SelectedCounter = counter;
+    m_counter->setText(u"Counter "_s + QString::number(counter) + u"\r\n"_s + staff);
 }
 
 void frm_Main::nextCounter()
 {
-    qint16 &shown = m_station.settings.SelectedCounter;
-    shown = shown < m_station.settings.CounterCount ? qint16(shown + 1) : qint16(1);
-    guarded(m_station.prompts, ErrorCode::Database, [this] { showCounter(); });
+    const qint16 shown = m_station.settings.SelectedCounter;
+    const auto next = qint16(shown < m_station.settings.CounterCount ? shown + 1 : 1);
+    guarded(m_station.prompts, ErrorCode::Database, [=, this] { showCounter(next); });
 }
 
 void frm_Main::selectPage(int page)

@@ -46,7 +46,7 @@ private:
     void connectPages();
     void loadPictures();
     void loadSpecialGroups();
-    void showCounter();
+    void showCounter(qint16 counter);
     void nextCounter();
     void selectPage(int page);
     void setWaitingField(int field);
