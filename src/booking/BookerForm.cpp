@@ -217,8 +217,6 @@ void BookerForm::numberTyped(std::size_t index)
 {
     const NumberBox &number = m_numbers[index];
     number.message->clear();
-    if (number.box->text().trimmed().isEmpty() && m_rateType == number.ownRate)
-        m_rateType = RateType::normal;
     lookUp(index);
     showRate();
 }
