@@ -166,6 +166,7 @@ QPushButton *BookerForm::fillWindow(QDialog &window, const QString &heading, con
 {
     auto *ok = new QPushButton(action, &window);
     ok->setObjectName(u"cmd_OK"_s);
+    m_ok = ok;
     auto *cancel = new QPushButton(u"&Cancel"_s, &window);
     cancel->setObjectName(u"cmd_Cancel"_s);
     cancel->setDefault(true);
@@ -294,10 +295,15 @@ void BookerForm::goOnFrom(QWidget *box)
 {
     for (std::size_t index = 0; index < m_numbers.size(); ++index) {
         const NumberBox &number = m_numbers[index];
-        if (number.box == box && !number.box->text().isEmpty() && number.message->text().isEmpty())
+        if (number.box == box && !number.box->text().isEmpty() && number.message->text().isEmpty()) {
             lookUpOnPurpose(index);
+            if (box == m_boxes.back())
+                return; // staff read first what became of it
+        }
     }
     const auto next = std::find(m_boxes.begin(), m_boxes.end(), box) + 1;
     if (next != m_boxes.end())
         (*next)->setFocus(Qt::TabFocusReason);
+    else if (m_ok && !m_name->text().isEmpty())
+        m_ok->click();
 }

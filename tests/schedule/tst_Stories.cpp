@@ -371,6 +371,24 @@ private Q_SLOTS:
         play(u"closed frm_WaitingList | grid 16:00 Partially shaded | errors 0"_s);
     }
 
+    void enterAndRates()
+    {
+        m_server.exec(u"INSERT INTO tbl_student SET st_idno='S200008', st_name='Sven S.'"_s);
+        start();
+        script(logIn + court +
+               u" | select 16:00 | click btn_Book | verify anna secret1 | "
+               "enter txt_BookerStudentID | see txt_BookerName  | type txt_BookerMemberID M100007 | "
+               "see lbl_RateType Member rate | type txt_BookerMemberID  | see lbl_RateType Normal rate | "
+               "type txt_BookerMemberID M1 | see lbl_RateType Member rate | enter txt_BookerMemberID | "
+               "type txt_BookerStudentID S2 | enter txt_BookerStudentID | "
+               "see lbl_LookedUp_BookerStudentID Too short: at least 7 characters | see txt_BookerName Maria M. | "
+               "type txt_BookerStudentID  | enter txt_BookerStudentID | closed frm_Booker | "
+               "select 17:00 | click btn_Book | verify anna secret1 | type txt_BookerStudentID S200008 | "
+               "enter txt_BookerStudentID | closed frm_Booker | grid 16:00 Maria M., 17:00 Sven S. | errors 0"_s);
+        play();
+        QCOMPARE(bookings(), u"16:00|6|Maria M.|member, 17:00|6|Sven S.|student"_s);
+    }
+
     void twoCountersRace()
     {
         start();
