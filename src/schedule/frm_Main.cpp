@@ -128,6 +128,10 @@ void frm_Main::connectPages()
 {
     connect(m_pages, &QTabWidget::currentChanged, this, &frm_Main::selectPage);
     connect(m_booking, &page_Booking::dayRead, this, &frm_Main::refreshPlan);
+    connect(m_booking, &page_Booking::clockClicked, this, [this] {
+        guarded(m_station.prompts, ErrorCode::Database, [this] { RefreshAlert(m_station, m_alertCaptions); });
+        m_booking->plan().setAlertCaptions(m_alertCaptions);
+    });
     connect(m_booking, &page_Booking::clipboardChanged, m_booking, &page_Booking::showClipboard);
     connect(m_booking, &page_Booking::waitingEntryWanted, this, &frm_Main::takeWaitingEntry);
     connect(m_booking, &page_Booking::waitingListTouched, m_waiting, &page_WaitingList::RefreshWaitList);

@@ -17,9 +17,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTextCharFormat>
 #include <QToolButton>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +47,23 @@ QLabel *namedLabel(const QString &name)
     label->setTextFormat(Qt::PlainText);
     return label;
 }
+
+/// A line of text that can be clicked.
+class ClickedLabel : public QLabel
+{
+public:
+    explicit ClickedLabel(std::function<void()> clicked) : m_clicked(std::move(clicked)) {}
+
+protected:
+    void mouseReleaseEvent(QMouseEvent *event) override
+    {
+        if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+            m_clicked();
+    }
+
+private:
+    std::function<void()> m_clicked;
+};
 
 void makeLarge(QLabel *label)
 {
@@ -157,7 +177,10 @@ QWidget *page_Booking::makeHeading()
     makeLarge(m_fieldName);
     m_fieldInfo = namedLabel(u"lbl_FieldInfo"_s);
     m_dayLabel = namedLabel(u"lbl_Day"_s);
-    m_time = namedLabel(u"txt_Time"_s);
+    m_time = new ClickedLabel([this] { Q_EMIT clockClicked(); });
+    m_time->setObjectName(u"txt_Time"_s);
+    m_time->setTextFormat(Qt::PlainText);
+    m_time->setToolTip(u"Click to look for changes of players at the coming hour"_s);
     makeLarge(m_time);
     auto *heading = new QWidget;
     auto *layout = new QHBoxLayout(heading);

@@ -58,6 +58,7 @@ signals:
     /// Bookings may have changed, here or at another counter.
     void dayRead();
     void clipboardChanged();
+    void clockClicked();
 
 private:
     QWidget *makeDayChooser();

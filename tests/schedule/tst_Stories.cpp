@@ -507,7 +507,15 @@ private Q_SLOTS:
         book(u"15:00"_s, 3, u"Team C"_s);
         book(u"16:00"_s, 3, u"Team C"_s);
         start();
-        script(logIn + u" | tick 15:54:58 | see lbl_Alert_2 -"_s);
+        script(logIn + u" | tick 15:20:00 | see lbl_Alert_2 -"_s);
+        d->step(u"a click on the clock"_s, [this] { m_server.startLog(); });
+        script(u"click txt_Time"_s);
+        expect(u"18 of 18"_s, [this] {
+            const QStringList log = m_server.takeLog();
+            const auto looks = log.filter(u"SELECT * from tbl_booking where b_datetime="_s).size();
+            return QString::number(looks) + u" of "_s + QString::number(log.size());
+        });
+        script(u"tick 15:20:02 | see lbl_Alert_2 Alert | tick 16:02:00 | tick 15:54:58 | see lbl_Alert_2 -"_s);
         d->step(u"a booking elsewhere"_s, [this] {
             book(u"20:00"_s, 0, u"Elsewhere"_s);
             m_server.startLog();
