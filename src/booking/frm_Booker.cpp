@@ -18,7 +18,7 @@ frm_Booker::frm_Booker(Station &station, BookingClipboard &clipboard, Verificati
       m_form(new BookerForm(station, this))
 {
     setObjectName(u"frm_Booker"_s);
-    setWindowTitle(u"Booking Field "_s + QString::number(m_selection.field) + u" from "_s +
+    setWindowTitle(u"Booking Field "_s + QString::number(m_selection.field + 1) + u" from "_s +
                    m_selection.row(m_selection.selected.at(0)).hourRange);
     QPushButton *ok = m_form->fillWindow(*this, fieldName + u", "_s + hoursInWords(m_selection),
                                          dayInWords(m_selection.day), u"&Book"_s);

@@ -242,7 +242,7 @@ private Q_SLOTS:
         start();
         play(logIn + court +
              u" | select 16:00 24:00 | click btn_Book | verify anna secret1 | "
-             "see frm_Booker Booking Field 6 from 16:00 to 17:00 | click cmd_OK | answer Please enter booker's name! | "
+             "see frm_Booker Booking Field 7 from 16:00 to 17:00 | click cmd_OK | answer Please enter booker's name! | "
              "type txt_BookerMemberID M10000 | see txt_BookerName  | type txt_BookerMemberID M100007 | "
              "see txt_BookerName Maria M. | see txt_BookerTel 777 | click cmd_OK | closed frm_Booker | "
              "grid 16:00 Maria M., 24:00 Maria M. | select 14:00 | click btn_Book | verify anna secret1 | "
