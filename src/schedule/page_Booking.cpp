@@ -83,7 +83,8 @@ page_Booking::page_Booking(Station &station, BookingClipboard &clipboard, QWidge
       m_fieldSelected(hiddenBox(u"txtInfo_FieldSelect"_s, this))
 {
     m_fieldSelected->setText(u"0"_s);
-    m_playLists = new PlayLists;
+    const auto &names = station.settings.FieldDisplayNames;
+    m_playLists = new PlayLists({names.cbegin(), names.cbegin() + station.settings.MaxFieldIndex + 1});
     m_playLists->setFixedWidth(playListWidth);
     m_actions = new SlotActions(
         station, clipboard, [this] { return selection(); }, this);

@@ -378,8 +378,8 @@ private Q_SLOTS:
         script(logIn + court +
                u" | select 16:00 | click btn_Book | verify anna secret1 | "
                "enter txt_BookerStudentID | see txt_BookerName  | type txt_BookerMemberID M100007 | "
-               "see lbl_RateType Member rate | type txt_BookerMemberID  | see lbl_RateType Normal rate | "
-               "type txt_BookerMemberID M1 | see lbl_RateType Member rate | enter txt_BookerMemberID | "
+               "see lbl_RateType member rate | type txt_BookerMemberID  | see lbl_RateType normal rate | "
+               "type txt_BookerMemberID M1 | see lbl_RateType member rate | enter txt_BookerMemberID | "
                "type txt_BookerStudentID S2 | enter txt_BookerStudentID | "
                "see lbl_LookedUp_BookerStudentID Too short: at least 7 characters | see txt_BookerName Maria M. | "
                "type txt_BookerStudentID  | enter txt_BookerStudentID | closed frm_Booker | "
@@ -637,6 +637,30 @@ private Q_SLOTS:
         script(u"tick 15:00:00"_s);
         says(u"pitch3: Booked, Team A"_s);
         play(u"errors 1"_s);
+    }
+
+    void fieldsBesideThePlayers()
+    {
+        writeSettings(centre(m_server, {{u"display6"_s, u"Court 7"_s}, {u"display0"_s, u"Pitch"_s}}));
+        for (const int field : {0, 6, 12})
+            book(u"14:00"_s, field, u"Team "_s + QString::number(field));
+        start();
+        script(logIn + u" | see CurrentPlayList 0 - Team 0\n6 - Team 6\n12 - Team 12\n | see NextPlayList "_s);
+        d->step(u"the names"_s, [this] {
+            auto *names = part(u"CurrentPlayList_Fields"_s);
+            QCOMPARE(names->accessibleName(), u"Pitch\nCourt 7"_s);
+            // Two lines are written on, the third is not, nor is the list of nobody.
+            const QImage picture = names->grab().toImage();
+            const int line = part(u"CurrentPlayList"_s)->fontMetrics().lineSpacing();
+            for (int i = 0; i < 3; ++i) {
+                const QRect place(0, 4 + i * line, picture.width(), line);
+                QImage empty(place.size(), picture.format());
+                empty.fill(Qt::white);
+                QCOMPARE(picture.copy(place) == empty, i == 2);
+            }
+            QCOMPARE(part(u"NextPlayList_Fields"_s)->width(), 0);
+        });
+        play(u"errors 0"_s);
     }
 
     void historyOfASlot()
