@@ -196,12 +196,16 @@ void page_WaitingList::RefreshWaitList()
     if (m_reading)
         return;
     const QScopedValueRollback<bool> reading(m_reading, true);
+    guarded(m_station.prompts, ErrorCode::Database, [this] { read(); });
+}
+
+void page_WaitingList::read()
+{
     const QString selected = selectedId();
     m_model->setRowCount(0);
     m_empty->setText(u"The waiting list could not be read."_s);
     m_listOrEmpty->setCurrentWidget(m_empty);
-    guarded(m_station.prompts, ErrorCode::Database,
-            [&] { showEntries(readWaitingList(m_station.database, m_day, m_field), selected); });
+    showEntries(readWaitingList(m_station.database, m_day, m_field), selected);
 }
 
 void page_WaitingList::showEntries(const std::vector<WaitingEntry> &entries, const QString &selected)

@@ -34,6 +34,8 @@ public:
     [[nodiscard]] int field() const { return m_field; }
     /// Shows another day without reading its list yet.
     void setDay(QDate day);
+    /// As RefreshWaitList, for a caller who tells of the error. Throws DbError.
+    void read();
 
 public Q_SLOTS:
     /// Shows the list of this field; a number without a field changes nothing.

@@ -24,6 +24,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -127,7 +128,11 @@ void frm_Main::addPages()
 void frm_Main::connectPages()
 {
     connect(m_pages, &QTabWidget::currentChanged, this, &frm_Main::selectPage);
-    connect(m_booking, &page_Booking::dayRead, this, &frm_Main::refreshPlan);
+    connect(m_booking, &page_Booking::dayRead, this, [this](bool ok) {
+        refreshPlan();
+        if (ok)
+            catchUp();
+    });
     connect(m_booking, &page_Booking::clockClicked, this, [this] {
         guarded(m_station.prompts, ErrorCode::Database, [this] { RefreshAlert(m_station, m_alertCaptions); });
         m_booking->plan().setAlertCaptions(m_alertCaptions);
@@ -150,25 +155,45 @@ void frm_Main::load()
     m_waiting->setDay(m_station.now().date());
     m_booking->RefreshViewInit();
     m_booking->playLists().setCurrentIndex(1);
-    // A picture that cannot be placed does not keep staff from the day.
-    guarded(m_station.prompts, ErrorCode::LoadingForm, [this] { loadPictures(); });
-    const bool loaded = guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
-        loadSpecialGroups();
-        SetCounterStaffShiftStatus(m_station.database, m_station.settings.ThisCounter, 0);
-        m_booking->plan().setSelectedField(0);
-        m_waitingPlan->setSelectedField(0);
-        m_lights->resetSwitches();
-        m_booking->RefreshView();
-        m_waiting->RefreshWaitList();
-        showCounter(m_station.settings.SelectedCounter);
-    });
+    loadPictures();
+    m_booking->plan().setSelectedField(0);
+    m_waitingPlan->setSelectedField(0);
+    m_lights->resetSwitches();
+    bool ok = attempt([this] { loadSpecialGroups(); }, true);
+    ok &= attempt([this] { SetCounterStaffShiftStatus(m_station.database, m_station.settings.ThisCounter, 0); }, ok);
+    ok &= m_booking->afterOperation(ok);
+    ok &= attempt([this] { m_waiting->read(); }, ok);
+    attempt([this] { showCounter(m_station.settings.SelectedCounter); }, ok);
     const int hour = m_station.now().time().hour();
     // The start hour itself counts as evening.
     m_shiftName = hour > m_station.settings.firstHour && hour < eveningHour ? u"morning"_s : u"evening"_s;
-    if (!loaded)
-        m_booking->afterOperation(false);
     tick();
     m_clock.start();
+}
+
+bool frm_Main::attempt(std::function<void()> step, bool tell)
+{
+    bool ok = false;
+    if (tell) {
+        ok = guarded(m_station.prompts, ErrorCode::LoadingForm, step);
+    } else {
+        try {
+            step();
+            ok = true;
+        } catch (const DbError &) {
+            // A step before has told of it.
+        }
+    }
+    if (!ok)
+        m_missed.push_back(std::move(step));
+    return ok;
+}
+
+void frm_Main::catchUp()
+{
+    const auto missed = std::exchange(m_missed, {});
+    for (const auto &step : missed)
+        attempt(step, false);
 }
 
 void frm_Main::loadPictures()
@@ -176,19 +201,24 @@ void frm_Main::loadPictures()
     const int maxField = m_station.settings.MaxFieldIndex;
     const auto &displayNames = m_station.settings.FieldDisplayNames;
     const std::vector<QString> names(displayNames.cbegin(), displayNames.cbegin() + maxField + 1);
-    m_topImage->loadPicture(u"TopHeader"_s);
-    m_booking->plan().load(u"Layout"_s, u"HotSpot"_s, maxField);
+    // A picture that cannot be placed keeps staff neither from the others nor from the day.
+    const auto place = [this](const auto &load) { guarded(m_station.prompts, ErrorCode::LoadingForm, load); };
+    place([&] { m_booking->plan().load(u"Layout"_s, u"HotSpot"_s, maxField); });
     m_booking->plan().setFieldNames(names);
     m_booking->plan().addAlertLabels();
-    m_waitingPlan->load(u"WaitingList"_s, u"HotSpot2"_s, maxField);
+    place([&] { m_topImage->loadPicture(u"TopHeader"_s); });
+    place([&] { m_waitingPlan->load(u"WaitingList"_s, u"HotSpot2"_s, maxField); });
     m_waitingPlan->setFieldNames(names);
 }
 
 void frm_Main::loadSpecialGroups()
 {
+    std::vector<int> groups;
     for (int group = 1; group <= m_station.settings.SpecialGroupLimit; ++group)
         if (SpecialGroupTableExists(m_station.database, group))
-            m_booking->addSpecialGroup(group);
+            groups.push_back(group);
+    for (const int group : groups)
+        m_booking->addSpecialGroup(group);
 }
 
 void frm_Main::showCounter(qint16 counter)

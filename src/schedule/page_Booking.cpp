@@ -260,9 +260,9 @@ void page_Booking::RefreshView()
     read(false);
 }
 
-void page_Booking::afterOperation(bool ok)
+bool page_Booking::afterOperation(bool ok)
 {
-    read(!ok);
+    return read(!ok);
 }
 
 bool page_Booking::read(bool quietly)
@@ -297,7 +297,7 @@ bool page_Booking::read(bool quietly)
     else
         m_model.showUnread();
     showHeading();
-    Q_EMIT dayRead();
+    Q_EMIT dayRead(ok);
     return ok;
 }
 

@@ -37,8 +37,11 @@ page_Lights::page_Lights(Station &station, QWidget *parent)
     buildSwitches();
     const AppSettings &settings = m_station.settings;
     m_ui->LayoutPlan2->setFieldNames({settings.FieldDisplayNames.begin(), settings.FieldDisplayNames.end()});
-    guarded(m_station.prompts, ErrorCode::LoadingForm,
-            [&] { m_ui->LayoutPlan2->load(u"Layout"_s, u"HotSpot"_s, settings.MaxFieldIndex); });
+    try {
+        m_ui->LayoutPlan2->load(u"Layout"_s, u"HotSpot"_s, settings.MaxFieldIndex);
+    } catch (const SettingError &) {
+        // The page of the bookings, whose plan has the same settings, tells of it.
+    }
     QHeaderView *const header = m_ui->ListView_Light->header();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(1, QHeaderView::Stretch);

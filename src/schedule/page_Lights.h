@@ -20,7 +20,7 @@ class page_Lights : public QWidget
     Q_OBJECT
 
 public:
-    /// Reads the plan's settings (an error is shown with code 5), no database: refresh() does.
+    /// Reads the plan's settings, no database: refresh() does. Of a wrong setting the page of the bookings tells.
     explicit page_Lights(Station &station, QWidget *parent = nullptr);
     ~page_Lights() override;
 

@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QRegularExpression>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextDocument>
@@ -235,6 +236,59 @@ private Q_SLOTS:
         expect(u"19"_s, [] { return QString::number(WindowDriver::control<QTableView>(grid)->model()->rowCount()); });
         play(u"see lbl_Unread This day could not be read: the rows below are not known to be free. | server comes | "
              "click btn_Refresh | see lbl_Unread - | grid 16:00 Team A | errors 2"_s);
+    }
+
+    // One wrong setting of a picture: one window, and all else is there.
+    void wrongPicture()
+    {
+        book(u"14:00"_s, 6, u"Team A"_s);
+        int windows = 0;
+        for (const QByteArray &section : {"TopHeader", "Layout", "WaitingList"}) {
+            writeSettings(centre(m_server) + "[HotSpot2]\nCoord3=0, 0, 5, 5\n[" + section + "]\nTop=O\nLeft=l\n");
+            m_now.setTime({14, 54, 59});
+            start();
+            script(u"type txtLogin anna | type txtPassword secret1 | click btn_GO | "
+                   "error Error while loading form | clock by hand | field 0"_s);
+            const auto clickField = [this](const QString &name, int field) {
+                d->clickAt(name, [field](QWidget *plan) {
+                    return qobject_cast<LayoutPlan *>(plan)->fieldRect(field).center().toPoint();
+                });
+            };
+            clickField(u"LayoutPlan1"_s, 6);
+            script(u"field 6 | see lbl_Counter Counter 1\r\nanna | tick 14:55:00 | see lbl_Alert_6 Alert | page 2"_s);
+            clickField(u"LayoutPlan2"_s, 5);
+            script(u"see lbl_LightField pitch5 | page 4"_s);
+            clickField(u"LayoutPlan3"_s, 3);
+            play(u"see lbl_WaitHeading Waiting for pitch3, Saturday 14 November 2026 | errors "_s +
+                 QString::number(++windows));
+            m_program.reset();
+        }
+    }
+
+    // What the database refused at the start is there as soon as a day could be read.
+    void caughtUp()
+    {
+        m_server.exec(u"CREATE TABLE IF NOT EXISTS tbl_specialgroup4 LIKE tbl_member;"
+                      "INSERT INTO tbl_waitlist SET w_id=7, w_datetime='2026-11-14 17:00:00', w_field=0, "
+                      "w_bookername='Nora'"_s);
+        start();
+        script(u"type txtLogin anna | type txtPassword secret1"_s);
+        d->step(u"the server goes between login and main window"_s, [this] {
+            WindowDriver::control<QAbstractButton>(u"btn_GO"_s)->click();
+            m_server.kill();
+        });
+        script(u"error Error while loading form | clock by hand | see lbl_Counter "_s);
+        const auto groups = [this] {
+            return QString::number(m_program->mainWindow()->findChildren<QWidget *>(u"btn_MemberDynamic_4"_s).size());
+        };
+        expect(u"0"_s, groups);
+        script(u"server comes"_s);
+        d->step(u"as another counter left it"_s, [this] { m_server.exec(u"UPDATE tbl_system SET sys_doclose=1"_s); });
+        script(u"click btn_Refresh | see lbl_Counter Counter 1\r\nanna | click btn_Refresh"_s);
+        expect(u"1"_s, groups);
+        expect(u"0"_s, [this] { return rows(u"SELECT sys_doclose FROM tbl_system WHERE sys_counter=1"_s); });
+        expect(u"1"_s, [this] { return QString::number(part<QTableView>(u"ListView_Wait"_s)->model()->rowCount()); });
+        play(u"errors 1"_s);
     }
 
     void bookingForAMember()
