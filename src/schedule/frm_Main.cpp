@@ -24,6 +24,7 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -284,8 +285,8 @@ void frm_Main::tick()
         m_lightsTime->setText(m_station.timeText);
     m_booking->tick(m_station.timeText);
     const AlertClock::Tick due = m_alertClock.tick(now.time());
-    if (due.refresh)
-        refreshAlerts();
+    if (due.refresh && !refreshAlerts(due.again))
+        m_alertClock.failed();
     if (due.clear)
         std::fill(m_alertCaptions.begin(), m_alertCaptions.end(), QString());
     showAlerts(due.lit);
@@ -293,22 +294,27 @@ void frm_Main::tick()
         refreshPlan();
 }
 
-void frm_Main::refreshAlerts()
+// While a window is open over this one, an error is told by the page alone: no second window is stacked on it. The
+// clock goes on behind its own.
+bool frm_Main::refreshAlerts(bool again)
 {
-    // While a window is open over this one, an error is told by the page alone: no second window is stacked on it.
-    if (QApplication::activeModalWidget()) {
-        try {
-            RefreshAlert(m_station, m_alertCaptions);
-        } catch (const DbError &) {
-            // The page tells of it.
-        }
-        m_booking->afterOperation(false);
-        return;
-    }
-    guarded(m_station.prompts, ErrorCode::Database, [this] {
+    const bool quietly = again || QApplication::activeModalWidget();
+    try {
         RefreshAlert(m_station, m_alertCaptions);
-        m_booking->RefreshView();
-    });
+    } catch (const DbError &) {
+        if (!quietly)
+            QMetaObject::invokeMethod(
+                this,
+                [this, error = std::current_exception()] {
+                    guarded(m_station.prompts, ErrorCode::Database, [&error] { std::rethrow_exception(error); });
+                },
+                Qt::QueuedConnection);
+        else if (!again)
+            m_booking->afterOperation(false);
+        return false;
+    }
+    m_booking->afterOperation(!quietly);
+    return true;
 }
 
 void frm_Main::showAlerts(bool lit)

@@ -59,7 +59,8 @@ private:
     void refreshPlan();
 
     void tick();
-    void refreshAlerts();
+    /// False when the alerts could not be raised.
+    bool refreshAlerts(bool again);
     void showAlerts(bool lit);
 
     bool handleKey(const QKeyEvent &key);

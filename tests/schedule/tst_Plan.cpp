@@ -160,6 +160,17 @@ private Q_SLOTS:
         QCOMPARE(ticks(startedInMinute2, QTime(8, 55), 60), u"08:55:00 refresh"_s);
         QCOMPARE(ticks(startedInMinute2, QTime(9, 2), 60), QString());
         QCOMPARE(ticks(startedInMinute2, QTime(9, 3), 53 * 60), u"09:55:00 refresh"_s);
+        // A round that failed is due again each second of its minute, until one succeeds.
+        AlertClock failing;
+        for (const int second : {0, 1, 2}) {
+            QCOMPARE(ticks(failing, QTime(9, 55, second), 1), u"09:55:0"_s + QString::number(second) + u" refresh"_s);
+            failing.failed();
+        }
+        QVERIFY(failing.tick(QTime(9, 55, 3)).again);
+        QCOMPARE(ticks(failing, QTime(9, 55, 4), 50), QString());
+        failing.failed();
+        QCOMPARE(ticks(failing, QTime(9, 56, 0), 59 * 60 - 1), u"10:02:00 clear"_s);
+        QVERIFY(!failing.tick(QTime(10, 55)).again);
     }
 
     void commit_data()

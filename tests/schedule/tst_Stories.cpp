@@ -579,10 +579,20 @@ private Q_SLOTS:
                "tick 16:02:00 | see lbl_Alert_2 - | see txt_Time 14 Nov 04:02:00 PM"_s);
         expect(u"1"_s, [this] { return QString::number(m_server.takeLog().filter(u"b_datetime LIKE"_s).size()); });
         // The clock does not run into itself behind its own error, and adds no second one to another's.
-        play(u"tick 16:30:00 | server goes | tick 16:55:00 | see frm_ErrorDisplay Tamsora: an error | tick 16:55:01 | "
-             "behind txt_Time 14 Nov 04:55:00 PM | error Error while accessing database | click btn_Refresh | see "
-             "frm_ErrorDisplay Tamsora: an error | "
-             "tick 17:30:00 | tick 17:55:00 | error Error while accessing database | errors 2 | server comes"_s);
+        play(
+            u"tick 16:30:00 | server goes | tick 16:55:00 | see frm_ErrorDisplay Tamsora: an error | tick 16:55:01 | "
+            "behind txt_Time 14 Nov 04:55:01 PM | error Error while accessing database | click btn_Refresh | see "
+            "frm_ErrorDisplay Tamsora: an error | "
+            "tick 17:30:00 | tick 17:55:00 | error Error while accessing database | errors 2 | "
+            "tick 18:54:00 | tick 18:55:00 | see frm_ErrorDisplay Tamsora: an error | tick 18:55:01 | tick 18:55:02"_s);
+        // The server is back behind the one window that told of it.
+        d->step(u"the server comes with new bookings"_s, [this] {
+            m_server.start();
+            book(u"18:00"_s, 2, u"Team A"_s);
+        });
+        play(u"tick 18:55:04 | behind lbl_Alert_2 Alert | error Error while accessing database | see lbl_Alert_2 Alert "
+             u"| "
+             "errors 3"_s);
     }
 
     void specialGroups_data()
