@@ -36,7 +36,10 @@ public:
     void inform(const QString &text) override { fail(text); }
     bool confirm(const QString & /*question*/, const QString & /*title*/) override { return true; }
     QString askText(const QString &question, int /*maxLength*/) override { return question; }
-    std::optional<Verification> verifyStaff() override { return Verification{staff, AccessLevel::Staff}; }
+    std::optional<Verification> verifyStaff(const QString & /*what*/) override
+    {
+        return Verification{staff, AccessLevel::Staff};
+    }
     void showError(const QString &message, const QString &description) override
     {
         fail(message + u": "_s + description);
@@ -181,7 +184,7 @@ private:
 
         m_bare.sendAll(booking);
         DaySelection selection{
-            day, field, readDay(m_station.database, day, field, m_station.hours(), m_station.now()).rows, {2}, 2};
+            day, field, readDay(m_station, day, field).rows, {2}, 2};
         require(copySlot(m_station, clipboard, selection), "The slot could not be copied");
         takeAwayBookings();
         selection.selected = {2, 3, 4};

@@ -15,6 +15,13 @@ inline const QString partiallyShared = QStringLiteral("Partially Shared");
 
 } // namespace BookerMark
 
+/// True for a name that reads as one of these marks, in whatever letters: a booker must not have it.
+inline bool isMarkerText(const QString &name)
+{
+    return name.contains(BookerMark::extraTime) || name.contains(BookerMark::sharedBooking, Qt::CaseInsensitive) ||
+           name.contains(BookerMark::partiallyShared, Qt::CaseInsensitive);
+}
+
 /// One hour of the business day as the grid shows it.
 struct DayRow
 {
@@ -24,6 +31,8 @@ struct DayRow
     QString booker = {};     ///< column 2: the booker's name, a marker text or the extra time of the hour before
     QString telephone = {};  ///< column 3
     QString paid = {};       ///< column 4: empty, or "Paid" and the amount
+    /// Extra time on another field runs into this hour's ground; the booker text says on which.
+    bool isGroundTaken = false;
 
     /// "hh:mm", midnight "24:00".
     [[nodiscard]] QString hourText() const { return hourRange.left(5); }

@@ -33,8 +33,9 @@ public:
     virtual bool confirm(const QString &question, const QString &title) = 0;
     /// Asks for one line of at most maxLength characters; empty when the box was cancelled.
     virtual QString askText(const QString &question, int maxLength) = 0;
-    /// Who confirms the operation; nothing when nobody did.
-    virtual std::optional<Verification> verifyStaff() = 0;
+    /// Who confirms the operation; nothing when nobody did. What they confirm is a line in words, "Clear Court 1,
+    /// 20:00".
+    virtual std::optional<Verification> verifyStaff(const QString &what = {}) = 0;
     /// The error window: the code's fixed message and the description of what went wrong.
     virtual void showError(const QString &message, const QString &description) = 0;
 };

@@ -1,5 +1,6 @@
 #include "app/QtPrompts.h"
 
+#include "app/NoBackslash.h"
 #include "app/frm_ErrorDisplay.h"
 #include "app/frm_VerifyUser.h"
 
@@ -65,6 +66,7 @@ QString QtPrompts::askText(const QString &question, int maxLength)
     answer->setAccessibleName(question);
     answer->setMaxLength(maxLength);
     answer->setMinimumWidth(400);
+    new NoBackslash(answer);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
@@ -80,12 +82,14 @@ QString QtPrompts::askText(const QString &question, int maxLength)
     return dialog.exec() == QDialog::Accepted ? answer->text() : QString();
 }
 
-std::optional<Verification> QtPrompts::verifyStaff()
+std::optional<Verification> QtPrompts::verifyStaff(const QString &what)
 {
     if (!m_station)
         return std::nullopt;
-    frm_VerifyUser window(*m_station, windowInUse());
+    frm_VerifyUser window(*m_station, what, m_recent.of(m_station->now().date()), windowInUse());
     window.exec();
+    if (window.verification())
+        m_recent.add(m_station->now().date(), window.verification()->staffName);
     return window.verification();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Prompts.h"
+#include "app/RecentLogins.h"
 
 struct Station;
 
@@ -16,9 +17,10 @@ public:
     void inform(const QString &text) override;
     bool confirm(const QString &question, const QString &title) override;
     QString askText(const QString &question, int maxLength) override;
-    std::optional<Verification> verifyStaff() override;
+    std::optional<Verification> verifyStaff(const QString &what) override;
     void showError(const QString &message, const QString &description) override;
 
 private:
     Station *m_station = nullptr;
+    RecentLogins m_recent;
 };

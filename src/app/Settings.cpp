@@ -206,21 +206,22 @@ void LoadSettings(AppSettings &settings)
 
 PicturePlacement readPicturePlacement(const QString &section)
 {
-    const auto text = [&section](const QString &key) { return ReadSetting(section, key, u"1"_s); };
-    const auto number = [&section, &text](const QString &key) {
-        const QString value = text(key);
-        try {
-            return toDouble(value);
-        } catch (const ConversionError &) {
-            throw SettingError(section, key, value, u"a number"_s);
-        }
-    };
     PicturePlacement placement;
-    placement.image = text(u"Image"_s);
-    placement.top = number(u"Top"_s);
-    placement.left = number(u"Left"_s);
-    placement.height = number(u"Height"_s);
-    placement.width = number(u"Width"_s);
+    placement.image = ReadSetting(section, u"Image"_s, u"1"_s);
+    const std::array numbers{std::pair{u"Top"_s, &placement.top}, std::pair{u"Left"_s, &placement.left},
+                             std::pair{u"Height"_s, &placement.height}, std::pair{u"Width"_s, &placement.width}};
+    std::optional<SettingError> error;
+    for (const auto &[key, number] : numbers) {
+        const QString value = ReadSetting(section, key, u"1"_s);
+        try {
+            *number = toDouble(value);
+        } catch (const ConversionError &) {
+            if (!error)
+                error.emplace(section, key, value, u"a number"_s);
+        }
+    }
+    if (error)
+        throw *error;
     return placement;
 }
 

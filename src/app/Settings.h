@@ -69,7 +69,7 @@ struct PicturePlacement
     double width = 0;
 };
 
-// Throws SettingError when one of the four is no number.
+// Throws SettingError for the first of the four that is no number, after the defaults of all five are in the file.
 PicturePlacement readPicturePlacement(const QString &section);
 
 // Left, top, right, bottom of field n's hot spot in the picture's own coordinates; nothing unless there are four

@@ -14,9 +14,11 @@ SharedFields::SharedFields(const AppSettings &settings)
         bool partOk = false;
         const Pair pair{entry.section(u'&', 0, 0).trimmed().toInt(&wholeOk),
                         entry.section(u'&', 1).trimmed().toInt(&partOk)};
-        if (!wholeOk || !partOk || pair.whole < 0 || pair.part < 0)
+        const auto isField = [&settings](int number) { return number >= 0 && number <= settings.MaxFieldIndex; };
+        if (!wholeOk || !partOk || !isField(pair.whole) || !isField(pair.part) || pair.whole == pair.part)
             throw SettingError(u"Shared"_s, u"Shared"_s + QString::number(i), entry,
-                               u"two field numbers joined by \"&\", for example 0&1"_s);
+                               u"two different field numbers from 0 to %1 joined by \"&\", for example 0&1"_s.arg(
+                                   QString::number(settings.MaxFieldIndex)));
         m_pairs.push_back(pair);
     }
 }

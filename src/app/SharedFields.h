@@ -9,7 +9,7 @@
 class SharedFields
 {
 public:
-    /// Throws SettingError for an entry that is no pair of field numbers.
+    /// Throws SettingError for an entry that is no pair of two different fields in use.
     explicit SharedFields(const AppSettings &settings);
 
     /// The B of every pair whose A is this field, in list order.

@@ -1,6 +1,7 @@
 #include "app/frm_AdminPass.h"
 
 #include "app/FieldLengths.h"
+#include "app/NoBackslash.h"
 #include "app/Staff.h"
 #include "ui_frm_AdminPass.h"
 
@@ -14,6 +15,8 @@ frm_AdminPass::frm_AdminPass(Station &station, QWidget *parent)
     m_ui->setupUi(this);
     m_ui->txtLogin->setMaxLength(FieldLengths::login);
     m_ui->txtPassword->setMaxLength(FieldLengths::password);
+    for (QLineEdit *box : {m_ui->txtLogin, m_ui->txtPassword})
+        new NoBackslash(box);
     connect(m_ui->btn_GO, &QPushButton::clicked, this, &QDialog::accept);
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/Errors.h"
 #include "app/FieldLengths.h"
+#include "app/NoBackslash.h"
 #include "app/PictureFile.h"
 #include "app/Staff.h"
 #include "look/Look.h"
@@ -37,6 +38,8 @@ frm_Login::frm_Login(Station &station, QWidget *parent)
         setFixedSize(size());
         m_ui->txtLogin->setMaxLength(FieldLengths::login);
         m_ui->txtPassword->setMaxLength(FieldLengths::password);
+        for (QLineEdit *box : {m_ui->txtLogin, m_ui->txtPassword})
+            new NoBackslash(box);
         m_ui->lbl_Version->setText(u"Tamsora "_s + QLatin1StringView(TAMSORA_VERSION));
         const QString file = pictureFile(m_station.settings.frontPicture, devicePixelRatioF());
         m_coming = std::async(std::launch::async, readPicture, file, size(), devicePixelRatioF());

@@ -12,14 +12,15 @@ namespace Ui {
 class frm_VerifyUser;
 }
 
-/// Asks a staff member to confirm an operation with login and password. Stays open until they are right or the window
-/// is cancelled; whenever it is shown it starts empty.
+/// Asks a staff member to confirm an operation, which it names, with login and password. Stays open until they are
+/// right or the window is cancelled; whenever it is shown it starts empty. Each recent login has a button, btn_Recent_1
+/// and on (Alt and the digit), which fills it in and goes on to the password.
 class frm_VerifyUser : public QDialog
 {
     Q_OBJECT
 
 public:
-    explicit frm_VerifyUser(Station &station, QWidget *parent = nullptr);
+    frm_VerifyUser(Station &station, const QString &what, const QStringList &recent, QWidget *parent = nullptr);
     ~frm_VerifyUser() override;
 
     /// Who confirmed; nothing when nobody did.
@@ -30,6 +31,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void addRecent(int number, const QString &login);
     void verify();
 
     Station &m_station;

@@ -1,6 +1,7 @@
 #include "booking/BlockBooking.h"
 
 #include "app/Formats.h"
+#include "booking/SlotWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -27,7 +28,8 @@ void bookBlock(Station &station, BookingClipboard &clipboard, const DaySelection
                const std::function<void(int week)> &progress, std::vector<BlockBookingHour> &results)
 {
     constexpr int daysOfWeek = 7;
-    const auto verification = station.prompts.verifyStaff();
+    const auto verification = station.prompts.verifyStaff(taskInWords(u"Block book"_s, station.settings, selection) +
+                                                          u", "_s + QString::number(weeks) + u" weeks"_s);
     if (!verification)
         return;
     const ClipboardSource source = clipboard.source();

@@ -1,8 +1,10 @@
 #include "booking/BookerForm.h"
 
 #include "app/CounterTables.h"
+#include "app/DayRow.h"
 #include "app/Errors.h"
 #include "app/FieldLengths.h"
+#include "app/NoBackslash.h"
 #include "app/RateType.h"
 #include "look/Look.h"
 #include "look/WrappedLabel.h"
@@ -88,6 +90,7 @@ void BookerForm::addBox(const QString &caption, const QString &name, QLineEdit *
     box->setAccessibleName(QString(caption).remove(u'&'));
     box->setMaxLength(maxLength);
     box->setMinimumWidth(200);
+    new NoBackslash(box);
     box->installEventFilter(this);
     m_grid->addWidget(label, row, Caption);
     m_grid->addWidget(box, row, Box, 1, -1);
@@ -163,6 +166,7 @@ QPushButton *BookerForm::fillWindow(QDialog &window, const QString &heading, con
 {
     auto *ok = new QPushButton(action, &window);
     ok->setObjectName(u"cmd_OK"_s);
+    m_ok = ok;
     auto *cancel = new QPushButton(u"&Cancel"_s, &window);
     cancel->setObjectName(u"cmd_Cancel"_s);
     cancel->setDefault(true);
@@ -192,9 +196,12 @@ Booker BookerForm::booker() const
     return {m_name->text(), m_organisation->text(), m_telephone->text(), chosenRate()};
 }
 
-bool BookerForm::hasName() const
+QString BookerForm::refusal() const
 {
-    return !m_name->text().isEmpty();
+    if (m_name->text().isEmpty())
+        return u"Please enter booker's name!"_s;
+    return isMarkerText(m_name->text()) ? u"This name marks shared ground or extra time, please enter another one!"_s
+                                        : QString();
 }
 
 void BookerForm::clear()
@@ -211,8 +218,6 @@ void BookerForm::numberTyped(std::size_t index)
 {
     const NumberBox &number = m_numbers[index];
     number.message->clear();
-    if (number.box->text().trimmed().isEmpty() && m_rateType == number.ownRate)
-        m_rateType = RateType::normal;
     lookUp(index);
     showRate();
 }
@@ -290,10 +295,15 @@ void BookerForm::goOnFrom(QWidget *box)
 {
     for (std::size_t index = 0; index < m_numbers.size(); ++index) {
         const NumberBox &number = m_numbers[index];
-        if (number.box == box && !number.box->text().isEmpty() && number.message->text().isEmpty())
+        if (number.box == box && !number.box->text().isEmpty() && number.message->text().isEmpty()) {
             lookUpOnPurpose(index);
+            if (box == m_boxes.back())
+                return; // staff read first what became of it
+        }
     }
     const auto next = std::find(m_boxes.begin(), m_boxes.end(), box) + 1;
     if (next != m_boxes.end())
         (*next)->setFocus(Qt::TabFocusReason);
+    else if (m_ok && !m_name->text().isEmpty())
+        m_ok->click();
 }

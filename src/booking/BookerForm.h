@@ -26,7 +26,8 @@ public:
 
     /// What was entered. The rate is normal when its customer number was emptied again.
     [[nodiscard]] Booker booker() const;
-    [[nodiscard]] bool hasName() const;
+    /// What is wrong with the name, to be told before anything is booked; empty when nothing is.
+    [[nodiscard]] QString refusal() const;
     void clear();
 
     /// Puts a box of the window's own above the booker's, in line with them. Tab reaches it first when it was made
@@ -38,7 +39,8 @@ public:
     QPushButton *fillWindow(QDialog &window, const QString &heading, const QString &about, const QString &action);
 
 protected:
-    /// Enter goes to the next box: a number scanner ends with Enter, which must press no button.
+    /// Enter goes to the next box: a number scanner ends with Enter, which must press no button. In the last box it
+    /// presses cmd_OK when there is a name.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -76,6 +78,7 @@ private:
     QLineEdit *m_organisation;
     QLineEdit *m_telephone;
     QLabel *m_rate;
+    QPushButton *m_ok = nullptr;
     std::vector<NumberBox> m_numbers;
     std::vector<QWidget *> m_boxes; ///< in the order in which Enter goes through them
     QString m_rateType;

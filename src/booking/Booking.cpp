@@ -164,7 +164,7 @@ std::optional<Verification> startBooking(Station &station, const DaySelection &s
             return std::nullopt;
         }
     }
-    return station.prompts.verifyStaff();
+    return station.prompts.verifyStaff(taskInWords(u"Book"_s, station.settings, selection));
 }
 
 void bookSelection(Station &station, const QString &staff, const DaySelection &selection, const Booker &booker,

@@ -2,6 +2,7 @@
 
 #include "app/Operation.h"
 #include "app/SqlText.h"
+#include "booking/Ground.h"
 
 using namespace Qt::StringLiterals;
 
@@ -35,6 +36,8 @@ QString reasonNotToCopy(const DaySelection &selection)
     const DayRow *row = selection.current < 0 ? nullptr : &selection.row(selection.current);
     if (!row || row->isFree())
         return u"You cannot copy empty slot"_s;
+    if (row->isGroundTaken)
+        return groundTakenText();
     if (row->isExtraTime())
         return u"The slot is an extra time of previous slot, use the previous slot to copy"_s;
     if (row->isSharedBooking() || row->isPartiallyShared())

@@ -115,7 +115,18 @@ QString reasonNotToClear(const DayRow &row)
         return u"You cannot delete paid slot"_s;
     if (row.isFree())
         return u"You cannot delete an empty slot"_s;
+    if (row.isGroundTaken)
+        return groundTakenText();
     return Cancelling{markOutcome(row.booker)}.refusalText();
+}
+
+/// Where extra time ran to: the hour itself, and on the parts of the field.
+std::vector<SlotKey> extraTimeGround(const Station &station, const SlotKey &hour)
+{
+    std::vector<SlotKey> ground{hour};
+    for (const int partner : station.shared.partners(hour.field))
+        ground.push_back({hour.day, hour.hourText, partner});
+    return ground;
 }
 
 void tell(Prompts &prompts, const Cancelling &result)
@@ -172,7 +183,7 @@ void clearSelection(Station &station, const DaySelection &selection, std::vector
             return;
         }
     }
-    const auto verification = station.prompts.verifyStaff();
+    const auto verification = station.prompts.verifyStaff(taskInWords(u"Clear"_s, station.settings, selection));
     if (!verification)
         return;
     const QString reason =
@@ -186,7 +197,8 @@ void clearSelection(Station &station, const DaySelection &selection, std::vector
         freed.insert(freed.end(), result.freed.cbegin(), result.freed.cend());
         const auto next = std::size_t(index) + 1;
         if (!result.freed.empty() && next < selection.rows.size() && selection.rows[next].isExtraTime())
-            freed.push_back(selection.slotOf(selection.rows[next]));
+            for (const SlotKey &hour : extraTimeGround(station, selection.slotOf(selection.rows[next])))
+                freed.push_back(hour);
         tell(station.prompts, result);
     }
 }

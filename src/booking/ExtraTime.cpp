@@ -32,6 +32,8 @@ QString reasonNotToAdd(const Station &station, const DaySelection &selection, qi
     const DayRow &row = selection.row(selection.current);
     if (row.isFree())
         return u"There is no booked slot to add "_s + QString::number(minutes) + u" minutes"_s;
+    if (row.isGroundTaken)
+        return groundTakenText();
     if (row.isPaid())
         return u"The slot already paid"_s;
     const DayRow *next = rowAfter(selection);
@@ -57,11 +59,13 @@ QString reasonNotToClear(const Station &station, const DaySelection &selection)
     return next && next->isExtraTime() ? QString() : u"There is no extra time associated with the slot"_s;
 }
 
-std::optional<Verification> verifyUnless(Prompts &prompts, const QString &refusal)
+std::optional<Verification> verifyUnless(Station &station, const QString &refusal, const QString &task,
+                                         const DaySelection &selection)
 {
     if (refusal.isEmpty())
-        return prompts.verifyStaff();
-    prompts.refuse(refusal);
+        return station.prompts.verifyStaff(
+            taskInWords(task, station.settings, selection.slotOf(selection.row(selection.current))));
+    station.prompts.refuse(refusal);
     return std::nullopt;
 }
 
@@ -170,13 +174,15 @@ bool tell(Prompts &prompts, const QString &refusal)
 
 bool AddExtraTime(Station &station, const DaySelection &selection, qint16 minutes)
 {
-    const auto verification = verifyUnless(station.prompts, reasonNotToAdd(station, selection, minutes));
+    const auto verification = verifyUnless(station, reasonNotToAdd(station, selection, minutes),
+                                           u"Add "_s + QString::number(minutes) + u" minutes to"_s, selection);
     return verification &&
            tell(station.prompts, ExtraTimeChange(station, selection, verification->staffName).add(minutes));
 }
 
 bool clearExtraTime(Station &station, const DaySelection &selection)
 {
-    const auto verification = verifyUnless(station.prompts, reasonNotToClear(station, selection));
+    const auto verification =
+        verifyUnless(station, reasonNotToClear(station, selection), u"Remove the extra time of"_s, selection);
     return verification && tell(station.prompts, ExtraTimeChange(station, selection, verification->staffName).clear());
 }

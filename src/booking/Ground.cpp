@@ -120,6 +120,11 @@ std::optional<SlotHolder> holdSlot(Operation &operation, const SlotKey &slot)
     return holder;
 }
 
+QString groundTakenText()
+{
+    return u"Extra time on another field takes the ground of this hour. It is changed there."_s;
+}
+
 QString changedMeanwhile(const QString &holder)
 {
     return u"This hour has changed meanwhile: "_s + holder;

@@ -40,5 +40,8 @@ struct SlotHolder
 /// tbl_booking.
 std::optional<SlotHolder> holdSlot(Operation &operation, const SlotKey &slot);
 
+/// What staff are told of an hour that extra time on another field takes.
+QString groundTakenText();
+
 /// What staff are told when the hour belongs to somebody else by now.
 QString changedMeanwhile(const QString &holder);

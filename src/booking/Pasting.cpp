@@ -1,6 +1,7 @@
 #include "booking/Pasting.h"
 
 #include "app/SqlText.h"
+#include "booking/SlotWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -82,7 +83,7 @@ bool pasteSelection(Station &station, BookingClipboard &clipboard, const DaySele
     const auto booker = clipboardBooker(station, clipboard, source);
     if (!booker)
         return false;
-    const auto verification = station.prompts.verifyStaff();
+    const auto verification = station.prompts.verifyStaff(taskInWords(u"Paste on"_s, station.settings, selection));
     if (!verification)
         return false;
     for (const int index : selection.selected) {

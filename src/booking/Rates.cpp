@@ -30,11 +30,16 @@ bool changeRateType(Station &station, const DaySelection &selection, const QStri
         station.prompts.refuse(u"You cannot set empty slot"_s);
         return false;
     }
+    if (row.isGroundTaken) {
+        station.prompts.refuse(groundTakenText());
+        return false;
+    }
     if (row.isPaid()) {
         station.prompts.refuse(u"The slot already paid"_s);
         return false;
     }
-    const auto verification = station.prompts.verifyStaff();
+    const auto verification =
+        station.prompts.verifyStaff(taskInWords(u"Change the rate of"_s, station.settings, selection.slotOf(row)));
     if (!verification)
         return false;
     if (!verification->isAdmin()) {

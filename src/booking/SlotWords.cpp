@@ -13,6 +13,18 @@ QString dayInWords(const QString &day)
     return date.isValid() ? weekdayName(date) + QLocale::c().toString(date, u" d MMMM yyyy"_s) : day;
 }
 
+QString taskInWords(const QString &task, const AppSettings &settings, const DaySelection &selection)
+{
+    const bool one = selection.selected.size() == 1;
+    const QString hours = one ? selection.row(selection.selected.front()).hourText() : hoursInWords(selection);
+    return taskInWords(task, settings, SlotKey{selection.day, hours, selection.field});
+}
+
+QString taskInWords(const QString &task, const AppSettings &settings, const SlotKey &slot)
+{
+    return task + u' ' + settings.FieldDisplayNames.at(std::size_t(slot.field)) + u", "_s + slot.hourText;
+}
+
 QString hoursInWords(const DaySelection &selection)
 {
     QStringList ranges;

@@ -67,7 +67,8 @@ void addWaitingEntry(Station &station, const QString &staff, const QString &day,
 
 bool deleteWaitingEntry(Station &station, const QString &id)
 {
-    if (!station.prompts.confirm(u"Confirm delete?"_s, u"Important"_s) || !station.prompts.verifyStaff())
+    if (!station.prompts.confirm(u"Confirm delete?"_s, u"Important"_s) ||
+        !station.prompts.verifyStaff(u"Delete an entry of the waiting list"_s))
         return false;
     DbConnection connection(station.database);
     connection.execute(sql(u"DELETE FROM tbl_waitlist where w_id='%1'"_s, id));

@@ -17,7 +17,7 @@ frm_Booker::frm_Booker(Station &station, Verification staff, DaySelection select
       m_form(new BookerForm(station, this))
 {
     setObjectName(u"frm_Booker"_s);
-    setWindowTitle(u"Booking Field "_s + QString::number(m_selection.field) + u" from "_s +
+    setWindowTitle(u"Booking Field "_s + QString::number(m_selection.field + 1) + u" from "_s +
                    m_selection.row(m_selection.selected.at(0)).hourRange);
     QPushButton *ok = m_form->fillWindow(*this, fieldName + u", "_s + hoursInWords(m_selection),
                                          dayInWords(m_selection.day), u"&Book"_s);
@@ -26,8 +26,8 @@ frm_Booker::frm_Booker(Station &station, Verification staff, DaySelection select
 
 void frm_Booker::book()
 {
-    if (!m_form->hasName()) {
-        m_station.prompts.refuse(u"Please enter booker's name!"_s);
+    if (const QString refusal = m_form->refusal(); !refusal.isEmpty()) {
+        m_station.prompts.refuse(refusal);
         return;
     }
     std::vector<int> handled;

@@ -41,8 +41,8 @@ void frm_WaitingList::setWantedHour(const QString &hourText)
 
 void frm_WaitingList::add()
 {
-    if (!m_form->hasName()) {
-        m_station.prompts.refuse(u"Please enter booker's name!"_s);
+    if (const QString refusal = m_form->refusal(); !refusal.isEmpty()) {
+        m_station.prompts.refuse(refusal);
         return;
     }
     const bool added = guarded(m_station.prompts, ErrorCode::Database, [this] {

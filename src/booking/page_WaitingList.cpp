@@ -4,6 +4,7 @@
 #include "app/Formats.h"
 #include "booking/SlotWords.h"
 #include "booking/frm_WaitingList.h"
+#include "look/Look.h"
 #include "look/WrappedLabel.h"
 
 #include <QBoxLayout>
@@ -16,8 +17,6 @@
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QTextDocument>
-
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -87,19 +86,17 @@ QWidget *page_WaitingList::makeDayAndPlan()
     m_calendar->setAccessibleName(u"Day of the waiting list"_s);
     m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     m_calendar->setGridVisible(false);
+    Look::applyTo(*m_calendar);
     m_calendar->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     layout->addWidget(m_calendar);
     m_planPlace = new QVBoxLayout;
     layout->addLayout(m_planPlace, 1);
-    // A mouse click on another day tells both; the arrow keys tell the first, a click on the same day the second.
-    connect(m_calendar, &QCalendarWidget::selectionChanged, this, [this] {
-        m_dayTaken = true;
-        takeDay(m_calendar->selectedDate());
-    });
-    connect(m_calendar, &QCalendarWidget::clicked, this, [this](QDate day) {
-        if (!std::exchange(m_dayTaken, false))
-            takeDay(day);
-    });
+    // A mouse click on another day tells both; the arrow keys tell the first, a click on the same day the second. One
+    // reading answers both.
+    m_dayClicked.setSingleShot(true);
+    connect(m_calendar, &QCalendarWidget::selectionChanged, &m_dayClicked, qOverload<>(&QTimer::start));
+    connect(m_calendar, &QCalendarWidget::clicked, &m_dayClicked, qOverload<>(&QTimer::start));
+    connect(&m_dayClicked, &QTimer::timeout, this, [this] { takeDay(m_calendar->selectedDate()); });
     return side;
 }
 
@@ -199,12 +196,16 @@ void page_WaitingList::RefreshWaitList()
     if (m_reading)
         return;
     const QScopedValueRollback<bool> reading(m_reading, true);
+    guarded(m_station.prompts, ErrorCode::Database, [this] { read(); });
+}
+
+void page_WaitingList::read()
+{
     const QString selected = selectedId();
     m_model->setRowCount(0);
     m_empty->setText(u"The waiting list could not be read."_s);
     m_listOrEmpty->setCurrentWidget(m_empty);
-    guarded(m_station.prompts, ErrorCode::Database,
-            [&] { showEntries(readWaitingList(m_station.database, m_day, m_field), selected); });
+    showEntries(readWaitingList(m_station.database, m_day, m_field), selected);
 }
 
 void page_WaitingList::showEntries(const std::vector<WaitingEntry> &entries, const QString &selected)
@@ -235,8 +236,13 @@ void page_WaitingList::showMenu(QPoint position)
 
 void page_WaitingList::addEntry()
 {
+    if (m_station.settings.MaxFieldIndex < 0) {
+        m_station.prompts.inform(u"No field is set up: nobody can wait for one."_s);
+        return;
+    }
     guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
-        const auto staff = m_station.prompts.verifyStaff();
+        const auto staff =
+            m_station.prompts.verifyStaff(u"Put on the waiting list of "_s + fieldName(m_station.settings, m_field));
         if (!staff)
             return;
         frm_WaitingList window(m_station, staff->staffName, m_day, m_field, fieldName(m_station.settings, m_field),

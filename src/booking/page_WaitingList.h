@@ -5,6 +5,7 @@
 #include "booking/WaitingList.h"
 
 #include <QDate>
+#include <QTimer>
 #include <QWidget>
 
 class QBoxLayout;
@@ -33,6 +34,8 @@ public:
     [[nodiscard]] int field() const { return m_field; }
     /// Shows another day without reading its list yet.
     void setDay(QDate day);
+    /// As RefreshWaitList, for a caller who tells of the error. Throws DbError.
+    void read();
 
 public Q_SLOTS:
     /// Shows the list of this field; a number without a field changes nothing.
@@ -66,7 +69,7 @@ private:
     QString m_day;
     int m_field = 0;
     bool m_reading = false;
-    bool m_dayTaken = false; ///< the click that is coming belongs to a day that was taken already
+    QTimer m_dayClicked;
     QCalendarWidget *m_calendar = nullptr;
     QBoxLayout *m_planPlace = nullptr;
     QLabel *m_heading = nullptr;

@@ -2,10 +2,12 @@
 
 #include <QAbstractSpinBox>
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QFont>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
+#include <QTextCharFormat>
 
 using namespace Qt::StringLiterals;
 
@@ -113,7 +115,7 @@ private:
 QPalette palette()
 {
     const QColor white(255, 255, 255);
-    const QColor faint(120, 126, 128);
+    const QColor faint(98, 104, 107);
     QPalette colors(Look::paper);
     colors.setColor(QPalette::WindowText, Look::ink);
     colors.setColor(QPalette::Text, Look::ink);
@@ -154,6 +156,14 @@ void Look::apply(QApplication &application)
         font.setPointSizeF(readableSize);
         QApplication::setFont(font);
     }
+}
+
+void Look::applyTo(QCalendarWidget &calendar)
+{
+    QTextCharFormat weekend;
+    weekend.setForeground(alert.background);
+    for (const auto day : {Qt::Saturday, Qt::Sunday})
+        calendar.setWeekdayTextFormat(day, weekend);
 }
 
 QIcon Look::icon(const QString &name)

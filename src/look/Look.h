@@ -4,6 +4,7 @@
 #include <QIcon>
 
 class QApplication;
+class QCalendarWidget;
 
 /// What every window shares to the eye.
 namespace Look {
@@ -26,11 +27,16 @@ inline constexpr Tone paid{{23, 102, 95}, {255, 255, 255}};
 inline constexpr Tone shared{{242, 222, 150}, {64, 47, 0}};
 inline constexpr Tone extraTime{{190, 166, 232}, {41, 26, 88}};
 inline constexpr Tone past{{222, 219, 211}, {82, 88, 92}};
+inline constexpr Tone presentHour{{12, 16, 20}, {0, 192, 0}};
+inline constexpr Tone hourBefore{{12, 16, 20}, {255, 0, 0}};
 inline constexpr Tone alert{{176, 48, 32}, {255, 255, 255}};
 
 /// Sets style, palette and font; to be called once, before the first window. Buttons and boxes are at least 32 pixels
 /// high; buttons in a widget whose dynamic property "touch" is true, 44.
 void apply(QApplication &application);
+
+/// Writes a calendar's weekends in a red that can be read on every ground of a calendar.
+void applyTo(QCalendarWidget &calendar);
 
 /// One of our own drawings, by its bare name.
 QIcon icon(const QString &name);

@@ -1,5 +1,7 @@
 #include "plan/Alerts.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -35,7 +37,9 @@ void RefreshAlert(Station &station, std::vector<QString> &captions)
 AlertClock::Tick AlertClock::tick(QTime now)
 {
     const bool first = !m_doneThisHour;
-    const Tick due{now.minute() == alertMinute && first, now.minute() == clearMinute && first, now.second() % 2 == 0};
+    const bool again = std::exchange(m_failed, false) && now.minute() == alertMinute && !first;
+    const Tick due{now.minute() == alertMinute && (first || again), again, now.minute() == clearMinute && first,
+                   now.second() % 2 == 0};
     m_doneThisHour = now.minute() == alertMinute || now.minute() == clearMinute;
     return due;
 }

@@ -19,11 +19,15 @@ public:
     struct Tick
     {
         bool refresh = false; ///< minute 55: raise the alerts, then redraw the grid
+        bool again = false;   ///< with refresh: the round before failed, and staff were told
         bool clear = false;   ///< minute 2: empty all captions
         bool lit = false;     ///< even second: labels that say "Alert" are seen
     };
     Tick tick(QTime now);
+    /// The alerts could not be raised: the next tick of minute 55 asks again.
+    void failed() { m_failed = true; }
 
 private:
     bool m_doneThisHour = false;
+    bool m_failed = false;
 };

@@ -7,6 +7,7 @@
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopeGuard>
 #include <QToolTip>
 
 #include <algorithm>
@@ -46,11 +47,13 @@ LayoutPlan::LayoutPlan(QWidget *parent) : PlacedPicture(parent)
 
 void LayoutPlan::load(const QString &section, const QString &hotSpotSection, int maxField)
 {
-    loadPicture(section);
     m_spots = HotSpots(hotSpotSection, maxField);
-    const QRectF spots = m_spots.bounds();
-    setFallbackSize({spots.left() + spots.right(), spots.top() + spots.bottom()});
-    placeAlertLabels();
+    const auto fieldsPlaced = qScopeGuard([this] {
+        const QRectF spots = m_spots.bounds();
+        setFallbackSize({spots.left() + spots.right(), spots.top() + spots.bottom()});
+        placeAlertLabels();
+    });
+    loadPicture(section);
 }
 
 void LayoutPlan::addAlertLabels()

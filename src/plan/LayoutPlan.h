@@ -17,7 +17,8 @@ class LayoutPlan : public PlacedPicture
 public:
     explicit LayoutPlan(QWidget *parent = nullptr);
 
-    /// Picture section and hot-spot section of the settings; fields from 0 to maxField. Throws SettingError.
+    /// Picture section and hot-spot section of the settings; fields from 0 to maxField. Throws SettingError for a
+    /// picture that cannot be placed; its fields can be clicked all the same.
     void load(const QString &section, const QString &hotSpotSection, int maxField);
     /// Makes the hidden labels lbl_Alert_0 to lbl_Alert_maxField on their fields. After load(), on one plan only.
     void addAlertLabels();

@@ -9,11 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool isMarker(const QString &booker)
-{
-    return booker == BookerMark::sharedBooking || booker == BookerMark::partiallyShared;
-}
-
 void readPresentHour(DbConnection &connection, const QString &slot, std::vector<FieldStatus> &fields)
 {
     DbRows rows = connection.query(u"SELECT b_field, b_bookername from tbl_booking where b_datetime=\""_s + slot +
@@ -23,7 +18,7 @@ void readPresentHour(DbConnection &connection, const QString &slot, std::vector<
         if (field >= fields.size() || fields[field].state == FieldState::Booked)
             continue;
         fields[field].booker = rows.text("b_bookername");
-        fields[field].state = isMarker(fields[field].booker) ? FieldState::Shared : FieldState::Booked;
+        fields[field].state = isMarkerText(fields[field].booker) ? FieldState::Shared : FieldState::Booked;
     }
 }
 

@@ -37,8 +37,11 @@ page_Lights::page_Lights(Station &station, QWidget *parent)
     buildSwitches();
     const AppSettings &settings = m_station.settings;
     m_ui->LayoutPlan2->setFieldNames({settings.FieldDisplayNames.begin(), settings.FieldDisplayNames.end()});
-    guarded(m_station.prompts, ErrorCode::LoadingForm,
-            [&] { m_ui->LayoutPlan2->load(u"Layout"_s, u"HotSpot"_s, settings.MaxFieldIndex); });
+    try {
+        m_ui->LayoutPlan2->load(u"Layout"_s, u"HotSpot"_s, settings.MaxFieldIndex);
+    } catch (const SettingError &) {
+        // The page of the bookings, whose plan has the same settings, tells of it.
+    }
     QHeaderView *const header = m_ui->ListView_Light->header();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(1, QHeaderView::Stretch);
@@ -127,11 +130,20 @@ void page_Lights::refresh()
 
 std::vector<LightCommit> page_Lights::readField()
 {
-    m_ui->LayoutPlan2->setFieldStatus(
+    // Should it fail, nothing of another field or time stands under this field's name.
+    m_ui->ListView_Light->clear();
+    m_ui->lbl_LightState->setText(u"The light log of this field could not be read."_s);
+    m_ui->LayoutPlan2->setFieldStatus({});
+    showStatus(
         readPlanStatus(m_station.database, m_station.now(), m_station.hours(), m_station.settings.MaxFieldIndex));
     auto commits = lastLightCommits(m_station.database, lightField(), shownCommits);
     showCommits(commits);
     return commits;
+}
+
+void page_Lights::showStatus(const std::vector<FieldStatus> &status)
+{
+    m_ui->LayoutPlan2->setFieldStatus(status);
 }
 
 void page_Lights::showCommits(const std::vector<LightCommit> &commits)

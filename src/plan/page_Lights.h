@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plan/Lights.h"
+#include "plan/PlanStatus.h"
 
 #include <QIcon>
 #include <QWidget>
@@ -19,7 +20,7 @@ class page_Lights : public QWidget
     Q_OBJECT
 
 public:
-    /// Reads the plan's settings (an error is shown with code 5), no database: refresh() does.
+    /// Reads the plan's settings, no database: refresh() does. Of a wrong setting the page of the bookings tells.
     explicit page_Lights(Station &station, QWidget *parent = nullptr);
     ~page_Lights() override;
 
@@ -27,6 +28,8 @@ public:
     void resetSwitches();
     /// Shows the fields as they are now and the last commits of the chosen field. The switches stay.
     void refresh();
+    /// Shows the fields as they are now, read elsewhere.
+    void showStatus(const std::vector<FieldStatus> &status);
     /// Chooses the field whose lights are switched. Its switches show what was committed last.
     void selectField(int field);
 

@@ -63,6 +63,28 @@ DayModel::Mark DayModel::markOf(int row) const
     return row == m_presentRow ? PresentHour : HourBefore;
 }
 
+RowState DayModel::stateOfRow(int row) const
+{
+    const auto index = std::size_t(row);
+    return m_read ? stateOf(m_rows[index], m_past[index]) : RowState::NotRead;
+}
+
+QString DayModel::spokenText(int row, int column) const
+{
+    const RowState state = stateOfRow(row);
+    QString spoken = text(m_rows[std::size_t(row)], column);
+    if (column == HourRange) {
+        spoken += u", "_s + stateInWords(state);
+        if (m_read && m_past[std::size_t(row)] && state != RowState::Past)
+            spoken += u", past"_s;
+    } else if (column == TwelveHour && markOf(row) != NoMark) {
+        spoken += markOf(row) == PresentHour ? u", present hour"_s : u", hour before"_s;
+    } else if (column == BookerName && spoken.isEmpty()) {
+        spoken = stateInWords(state);
+    }
+    return spoken;
+}
+
 QVariant DayModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
@@ -70,10 +92,11 @@ QVariant DayModel::data(const QModelIndex &index, int role) const
     const auto row = std::size_t(index.row());
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::AccessibleTextRole:
         return text(m_rows[row], index.column());
+    case Qt::AccessibleTextRole:
+        return spokenText(index.row(), index.column());
     case StateRole:
-        return int(m_read ? stateOf(m_rows[row], m_past[row]) : RowState::NotRead);
+        return int(stateOfRow(index.row()));
     case PastRole:
         return bool(m_past[row]);
     case MarkRole:

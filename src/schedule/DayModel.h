@@ -36,6 +36,9 @@ public:
 
 private:
     [[nodiscard]] QString text(const DayRow &row, int column) const;
+    /// What a screen reader says: the hour with its row's state, the booker, or why there is none.
+    [[nodiscard]] QString spokenText(int row, int column) const;
+    [[nodiscard]] RowState stateOfRow(int row) const;
     [[nodiscard]] Mark markOf(int row) const;
 
     std::vector<DayRow> m_rows;

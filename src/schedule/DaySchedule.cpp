@@ -1,6 +1,7 @@
 #include "schedule/DaySchedule.h"
 
 #include "app/Formats.h"
+#include "app/SqlText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -44,6 +45,59 @@ QString playersOf(DbRows rows)
     return lines;
 }
 
+std::size_t rowOfHour(const std::vector<DayRow> &rows, int hour)
+{
+    const auto row = std::find_if(rows.cbegin(), rows.cend(), [hour](const DayRow &r) { return r.hour == hour; });
+    return std::size_t(row - rows.cbegin());
+}
+
+void showBookings(std::vector<DayRow> &rows, DbConnection &connection, const QString &day, int field)
+{
+    std::vector<int> extraMinutes(rows.size() + 1, 0);
+    DbRows bookings = connection.query(sql(u"SELECT b_datetime, b_bookername,b_bookertel,b_paid,b_extratime from "
+                                           "tbl_booking where b_datetime LIKE '%%1%' AND b_field=%2;"_s,
+                                           day, field));
+    while (bookings.next()) {
+        const std::size_t index = rowOfHour(rows, storedHourOf(bookings));
+        if (index == rows.size())
+            continue;
+        // A booker is shown, whatever marks of shared ground stand beside it.
+        DayRow &row = rows[index];
+        const QString booker = bookings.text("b_bookername");
+        if (row.isFree() || isMarkerText(row.booker) || !isMarkerText(booker)) {
+            row.booker = booker;
+            row.telephone = bookings.text("b_bookertel");
+            row.paid = paidText(bookings.amount("b_paid"));
+        }
+        // A marker row beside the booking has no extra time of its own and takes none away.
+        extraMinutes[index + 1] = std::max(extraMinutes[index + 1], bookings.number("b_extratime"));
+    }
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (extraMinutes[i] > 0 && rows[i].isFree())
+            rows[i].booker = extraTimeText(extraMinutes[i]);
+}
+
+void showTakenGround(std::vector<DayRow> &rows, DbConnection &connection, const Station &station, const QString &day,
+                     int field)
+{
+    QStringList others;
+    for (const int other : station.shared.onSameGround(field))
+        others << QString::number(other);
+    if (others.isEmpty())
+        return;
+    DbRows extended = connection.query(sql(u"SELECT b_datetime, b_field, b_extratime FROM tbl_booking WHERE b_datetime "
+                                           "LIKE '%1%' AND b_field IN (%2) AND b_extratime>0"_s,
+                                           day, others.join(u", "_s)));
+    while (extended.next()) {
+        const std::size_t next = rowOfHour(rows, storedHourOf(extended)) + 1;
+        if (next >= rows.size() || !rows[next].isFree())
+            continue;
+        rows[next].booker = sql(u"Taken: %1 minutes extra time on %2"_s, extended.number("b_extratime"),
+                                station.settings.FieldDisplayNames.at(std::size_t(extended.number("b_field"))));
+        rows[next].isGroundTaken = true;
+    }
+}
+
 } // namespace
 
 std::vector<DayRow> emptyDay(WorkingHours hours)
@@ -54,38 +108,20 @@ std::vector<DayRow> emptyDay(WorkingHours hours)
     return rows;
 }
 
-DaySchedule readDay(Database &database, const QString &day, int field, WorkingHours hours, const QDateTime &now)
+DaySchedule readDay(Station &station, const QString &day, int field)
 {
-    DaySchedule schedule{emptyDay(hours), {}, {}, {}};
+    DaySchedule schedule{emptyDay(station.hours()), {}, {}, {}};
     auto &rows = schedule.rows;
-    std::vector<int> extraMinutes(rows.size() + 1, 0);
-    DbConnection connection(database);
-    DbRows bookings =
-        connection.query(u"SELECT b_datetime, b_bookername,b_bookertel,b_paid,b_extratime from tbl_booking where "
-                         u"b_datetime LIKE '%"_s +
-                         day + u"%' AND b_field="_s + QString::number(field) + u";"_s);
-    while (bookings.next()) {
-        const int hour = storedHourOf(bookings);
-        const auto row = std::find_if(rows.begin(), rows.end(), [hour](const DayRow &r) { return r.hour == hour; });
-        if (row == rows.end())
-            continue;
-        row->booker = bookings.text("b_bookername");
-        row->telephone = bookings.text("b_bookertel");
-        row->paid = paidText(bookings.amount("b_paid"));
-        // A marker row beside the booking has no extra time of its own and takes none away.
-        int &minutes = extraMinutes[std::size_t(row - rows.begin()) + 1];
-        minutes = std::max(minutes, bookings.number("b_extratime"));
-    }
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        if (extraMinutes[i] > 0 && rows[i].isFree())
-            rows[i].booker = extraTimeText(extraMinutes[i]);
+    DbConnection connection(station.database);
+    showBookings(rows, connection, day, field);
+    showTakenGround(rows, connection, station, day, field);
 
     const auto playersAt = [&](int clockHour) {
         const int hour = (clockHour + midnight) % midnight;
         return playersOf(
             connection.query(u"SELECT b_bookername, b_field"_s + hourCondition(day, hour == 0 ? midnight : hour)));
     };
-    const int presentHour = now.time().hour();
+    const int presentHour = station.now().time().hour();
     schedule.currentPlayers = playersAt(presentHour);
     schedule.previousPlayers = playersAt(presentHour - 1);
     schedule.nextPlayers = playersAt(presentHour + 1);
@@ -98,11 +134,32 @@ QString RefreshList(Database &database, const QString &day, int hour)
     return playersOf(connection.query(u"SELECT *"_s + hourCondition(day, hour)));
 }
 
+QString stateInWords(RowState state)
+{
+    switch (state) {
+    case RowState::Free:
+        return u"free"_s;
+    case RowState::Booked:
+        return u"booked"_s;
+    case RowState::Paid:
+        return u"paid"_s;
+    case RowState::Shared:
+        return u"shared"_s;
+    case RowState::ExtraTime:
+        return u"extra time"_s;
+    case RowState::Past:
+        return u"past"_s;
+    case RowState::NotRead:
+        break;
+    }
+    return u"not read"_s;
+}
+
 RowState stateOf(const DayRow &row, bool isPast)
 {
     if (row.isFree())
         return isPast ? RowState::Past : RowState::Free;
-    if (row.isExtraTime())
+    if (row.isExtraTime() || row.isGroundTaken)
         return RowState::ExtraTime;
     if (row.isSharedBooking() || row.isPartiallyShared())
         return RowState::Shared;

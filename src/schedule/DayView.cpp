@@ -18,8 +18,7 @@ namespace {
 
 constexpr int smallestRowHeight = 22;
 constexpr int cellMargin = 8;
-constexpr QColor presentHourColour{0, 192, 0};
-constexpr QColor hourBeforeColour{255, 0, 0};
+constexpr int signRoom = 10; // beside the times, for the sign of the present hour and of the hour before
 
 Look::Tone toneOf(RowState state)
 {
@@ -58,14 +57,6 @@ QString historyTip(const QString &history)
     return wrapping + lines.join(u"<br>"_s) + u"</td></tr></table>"_s;
 }
 
-/// What a row without a booker says.
-QString wordFor(RowState state)
-{
-    if (state == RowState::NotRead)
-        return u"not read"_s;
-    return state == RowState::Past ? u"past"_s : u"free"_s;
-}
-
 /// Paints a cell in its row's state; a selected row has a frame and bold text, so that its state can still be seen.
 class SlotDelegate : public QStyledItemDelegate
 {
@@ -96,19 +87,35 @@ private:
         QFont font = option.font;
         font.setBold(selected || mark != DayModel::NoMark);
         if (mark != DayModel::NoMark) {
-            painter.fillRect(option.rect.adjusted(2, 2, -2, -2), Qt::white);
-            colour = mark == DayModel::PresentHour ? presentHourColour : hourBeforeColour;
+            const Look::Tone &tone = mark == DayModel::PresentHour ? Look::presentHour : Look::hourBefore;
+            painter.fillRect(option.rect.adjusted(2, 2, -2, -2), tone.background);
+            colour = tone.text;
+            paintSign(painter, option.rect, mark, colour);
         } else if (text.isEmpty() && index.column() == DayModel::BookerName) {
-            text = wordFor(state);
+            text = stateInWords(state);
             font.setItalic(true);
-            colour.setAlpha(170);
         }
         painter.setFont(font);
         painter.setPen(colour);
-        const QRect box = option.rect.adjusted(cellMargin, 0, -cellMargin, 0);
+        const int left = index.column() == DayModel::TwelveHour ? cellMargin + signRoom : cellMargin;
+        const QRect box = option.rect.adjusted(left, 0, -cellMargin, 0);
         const int alignment = index.column() == DayModel::Paid ? Qt::AlignRight : Qt::AlignLeft;
         painter.drawText(box, alignment | Qt::AlignVCenter | Qt::TextSingleLine,
                          QFontMetrics(font).elidedText(text, Qt::ElideRight, box.width()));
+    }
+
+    // A full triangle points at the present hour, a hollow one back at the hour before: not told by colour alone.
+    static void paintSign(QPainter &painter, const QRect &rect, DayModel::Mark mark, const QColor &colour)
+    {
+        constexpr double half = 4;
+        const QPointF middle(rect.left() + cellMargin + half, rect.center().y() + 0.5);
+        const bool present = mark == DayModel::PresentHour;
+        const double tip = present ? half : -half;
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(colour, 1.5));
+        painter.setBrush(present ? QBrush(colour) : QBrush(Qt::NoBrush));
+        painter.drawPolygon(
+            QPolygonF{middle + QPointF(tip, 0), middle + QPointF(-tip, -half), middle + QPointF(-tip, half)});
     }
 
     // Where the keys stand while they move without selecting.
@@ -164,12 +171,12 @@ void DayView::setUpColumns()
     QFont widestFont = font();
     widestFont.setBold(true); // as selected rows are written
     const QFontMetrics metrics(widestFont);
-    const auto fix = [&](int column, const QString &widest) {
+    const auto fix = [&](int column, const QString &widest, int sign = 0) {
         header->setSectionResizeMode(column, QHeaderView::Fixed);
-        header->resizeSection(column, metrics.horizontalAdvance(widest) + 2 * cellMargin + 4);
+        header->resizeSection(column, metrics.horizontalAdvance(widest) + sign + 2 * cellMargin + 4);
     };
     fix(DayModel::HourRange, u"00:00 to 00:00"_s);
-    fix(DayModel::TwelveHour, u"00:00 MM"_s);
+    fix(DayModel::TwelveHour, u"00:00 MM"_s, signRoom);
     fix(DayModel::Telephone, u"00000 0000000"_s);
     fix(DayModel::Paid, u"Paid 0,000.00"_s);
     header->setSectionResizeMode(DayModel::BookerName, QHeaderView::Stretch);
@@ -217,22 +224,39 @@ void DayView::mousePressEvent(QMouseEvent *event)
 void DayView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     QTableView::mouseDoubleClickEvent(event);
-    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
-        Q_EMIT bookingWanted();
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !index.isValid())
+        return;
+    // The first press of the two deselects a row that a tap had selected.
+    if (selectionMode() == MultiSelection)
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    Q_EMIT bookingWanted();
 }
 
 void DayView::keyPressEvent(QKeyEvent *event)
 {
+    const bool menuKey =
+        event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         Q_EMIT bookingWanted();
+    else if (menuKey)
+        wantMenuAtCurrentRow();
     else
         QTableView::keyPressEvent(event);
 }
 
 void DayView::contextMenuEvent(QContextMenuEvent *event)
 {
-    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
-    Q_EMIT menuWanted(byKey ? viewport()->mapToGlobal(visualRect(currentIndex()).center()) : event->globalPos());
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        wantMenuAtCurrentRow();
+    else
+        Q_EMIT menuWanted(event->globalPos());
+}
+
+void DayView::wantMenuAtCurrentRow()
+{
+    const QRect row = currentIndex().isValid() ? visualRect(currentIndex()) : viewport()->rect();
+    Q_EMIT menuWanted(viewport()->mapToGlobal(row.center()));
 }
 
 bool DayView::viewportEvent(QEvent *event)

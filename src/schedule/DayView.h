@@ -39,6 +39,7 @@ protected:
 
 private:
     void setUpColumns();
+    void wantMenuAtCurrentRow();
 
     std::function<QString(int row)> m_history;
 };

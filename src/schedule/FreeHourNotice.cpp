@@ -81,7 +81,7 @@ void FreeHourNotice::addLine(const WaitingEntry &entry, const QString &fieldName
     text->setTextFormat(Qt::PlainText);
     text->setMinimumWidth(0);
     text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    text->setToolTip(text->text().toHtmlEscaped());
+    text->setToolTip(u"<qt>"_s + text->text().toHtmlEscaped());
     // The notice stays while staff go to other fields and days.
     auto *place = new QLabel(fieldName + u", "_s + dayInWords(entry.dateTimeText.left(dayLength)));
     place->setObjectName(u"lbl_WaitingPlace_"_s + entry.id);

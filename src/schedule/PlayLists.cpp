@@ -3,17 +3,105 @@
 #include "look/Look.h"
 
 #include <QLabel>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTextBlock>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QPlainTextEdit *addList(QVBoxLayout *layout, const QString &name, QLabel *title)
+/// Lines "3 - Name" with the display name of the field beside each, which is no part of the text.
+class FieldLines : public QPlainTextEdit
 {
-    auto *list = new QPlainTextEdit;
+public:
+    explicit FieldLines(const std::vector<QString> &names) : m_names(names), m_beside(new Beside(this))
+    {
+        connect(this, &QPlainTextEdit::updateRequest, m_beside, qOverload<>(&QWidget::update));
+        connect(this, &QPlainTextEdit::textChanged, this, [this] { makeRoom(); });
+    }
+
+    void setObjectName(const QString &name)
+    {
+        QPlainTextEdit::setObjectName(name);
+        m_beside->setObjectName(name + u"_Fields"_s);
+    }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override
+    {
+        QPlainTextEdit::resizeEvent(event);
+        makeRoom();
+    }
+
+private:
+    class Beside : public QWidget
+    {
+    public:
+        explicit Beside(FieldLines *lines) : QWidget(lines), m_lines(lines) {}
+
+    protected:
+        void paintEvent(QPaintEvent *) override { m_lines->paintBeside(*this); }
+
+    private:
+        FieldLines *m_lines;
+    };
+
+    [[nodiscard]] QString nameOf(const QTextBlock &line) const
+    {
+        bool isNumber = false;
+        const auto field = line.text().section(u" - "_s, 0, 0).toUInt(&isNumber);
+        return isNumber && field < m_names.size() ? m_names[field] : QString();
+    }
+
+    // Names take no more than what a line needs least: the players stand in front of them.
+    void makeRoom()
+    {
+        constexpr double widestShare = 0.4;
+        constexpr int gap = 6;
+        int widest = 0;
+        QStringList names;
+        for (QTextBlock line = document()->begin(); line.isValid(); line = line.next()) {
+            names << nameOf(line);
+            widest = std::max(widest, fontMetrics().horizontalAdvance(names.last()));
+        }
+        const QRect inside = contentsRect();
+        const int room = widest == 0 ? 0 : std::min(widest + 2 * gap, int(inside.width() * widestShare));
+        setViewportMargins(0, 0, room, 0);
+        m_beside->setGeometry(viewport()->geometry().right() + 1, viewport()->y(), room, viewport()->height());
+        m_beside->setAccessibleName(names.join(u'\n').trimmed());
+        m_beside->update();
+    }
+
+    void paintBeside(QWidget &beside) const
+    {
+        constexpr int gap = 6;
+        QPainter painter(&beside);
+        painter.fillRect(beside.rect(), palette().base());
+        painter.setFont(font());
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        for (QTextBlock line = firstVisibleBlock(); line.isValid(); line = line.next()) {
+            const QRectF place = blockBoundingGeometry(line).translated(contentOffset());
+            if (place.top() > beside.height())
+                return;
+            const QRectF box(gap, place.top(), beside.width() - 2 * gap, place.height());
+            painter.drawText(box, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine,
+                             fontMetrics().elidedText(nameOf(line), Qt::ElideRight, int(box.width())));
+        }
+    }
+
+    const std::vector<QString> &m_names;
+    Beside *m_beside;
+};
+
+QPlainTextEdit *addList(QVBoxLayout *layout, const QString &name, QLabel *title, const std::vector<QString> &fieldNames)
+{
+    auto *list = new FieldLines(fieldNames);
     list->setObjectName(name);
     list->setReadOnly(true);
     list->setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -25,9 +113,19 @@ QPlainTextEdit *addList(QVBoxLayout *layout, const QString &name, QLabel *title)
     return list;
 }
 
+// The number of the special group whose button this is; behind all of them for any other.
+int groupOf(const QLayoutItem &item)
+{
+    const QString name = item.widget() ? item.widget()->objectName() : QString();
+    bool isGroup = false;
+    const int group = name.section(u"btn_MemberDynamic_"_s, 1).toInt(&isGroup);
+    return isGroup ? group : std::numeric_limits<int>::max();
+}
+
 } // namespace
 
-PlayLists::PlayLists(QWidget *parent) : QTabWidget(parent)
+PlayLists::PlayLists(std::vector<QString> fieldNames, QWidget *parent)
+    : QTabWidget(parent), m_fieldNames(std::move(fieldNames))
 {
     setObjectName(u"SSTab2"_s);
     addTab(makeRegisters(), u"Re&gisters"_s);
@@ -64,8 +162,10 @@ void PlayLists::addSpecialGroup(int group)
     QPushButton *button =
         addRegisterButton(u"btn_MemberDynamic_"_s + number, u"Special Group # "_s + number, u"membership"_s);
     m_registers->removeWidget(button);
-    const int behindMembership = 2;
-    m_registers->insertWidget(behindMembership + group, button);
+    int place = 3; // behind the members
+    while (groupOf(*m_registers->itemAt(place)) < group)
+        ++place;
+    m_registers->insertWidget(place, button);
 }
 
 QWidget *PlayLists::makeLists()
@@ -73,11 +173,11 @@ QWidget *PlayLists::makeLists()
     auto *page = new QWidget;
     auto *layout = new QVBoxLayout(page);
     layout->setSpacing(4);
-    m_current = addList(layout, u"CurrentPlayList"_s, new QLabel(u"This hour"_s));
-    m_previous = addList(layout, u"PreviousPlayList"_s, new QLabel(u"Hour before"_s));
-    m_next = addList(layout, u"NextPlayList"_s, new QLabel(u"Next hour"_s));
+    m_current = addList(layout, u"CurrentPlayList"_s, new QLabel(u"This hour"_s), m_fieldNames);
+    m_previous = addList(layout, u"PreviousPlayList"_s, new QLabel(u"Hour before"_s), m_fieldNames);
+    m_next = addList(layout, u"NextPlayList"_s, new QLabel(u"Next hour"_s), m_fieldNames);
     m_hourTitle = new QLabel(u"Selected hour on all fields"_s);
-    m_hour = addList(layout, u"HourPlayList"_s, m_hourTitle);
+    m_hour = addList(layout, u"HourPlayList"_s, m_hourTitle, m_fieldNames);
     return page;
 }
 

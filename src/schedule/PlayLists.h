@@ -16,7 +16,8 @@ class PlayLists : public QTabWidget
     Q_OBJECT
 
 public:
-    explicit PlayLists(QWidget *parent = nullptr);
+    /// The names stand beside the lines, by field from 0.
+    explicit PlayLists(std::vector<QString> fieldNames, QWidget *parent = nullptr);
 
     void showDay(const DaySchedule &schedule);
     /// The bookings of the selected hour on all fields, lines as RefreshList gives them.
@@ -29,6 +30,7 @@ private:
     QWidget *makeLists();
     QPushButton *addRegisterButton(const QString &name, const QString &caption, const QString &iconName);
 
+    const std::vector<QString> m_fieldNames;
     QVBoxLayout *m_registers = nullptr;
     QPlainTextEdit *m_current = nullptr;
     QPlainTextEdit *m_previous = nullptr;

@@ -6,6 +6,8 @@
 #include "booking/Cancelling.h"
 #include "booking/ExtraTime.h"
 #include "booking/Rates.h"
+#include "booking/RemarkLog.h"
+#include "booking/SlotWords.h"
 #include "booking/frm_BlockBookingResult.h"
 #include "booking/frm_Booker.h"
 #include "booking/frm_WaitingList.h"
@@ -89,6 +91,10 @@ void SlotActions::buildMenu()
     addRateEntry(u"mnu_SetMember"_s, u"member"_s, RateType::member);
     addRateEntry(u"mnu_setStudent"_s, u"student"_s, RateType::student);
     m_menu->addSeparator();
+    auto *history = add(m_menu, u"mnu_History"_s, u"&History…"_s, &SlotActions::showHistory);
+    history->setShortcut(QKeySequence(u"Ctrl+H"_s));
+    history->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    m_window->addAction(history);
     add(m_menu, u"mnu_Delete"_s, u"C&lear booking…"_s, &SlotActions::clear)->setIcon(Look::icon(u"clear"_s));
 }
 
@@ -98,8 +104,18 @@ void SlotActions::addSpecialGroup(int group)
     addRateEntry(u"mnu_SetSpecialGroup_"_s + number, u"special group "_s + number, RateType::specialGroup(group));
 }
 
+bool SlotActions::hasField()
+{
+    if (m_station.settings.MaxFieldIndex >= 0)
+        return true;
+    m_station.prompts.inform(u"No field is set up: nothing can be booked."_s);
+    return false;
+}
+
 bool SlotActions::hasRows(const DaySelection &selection)
 {
+    if (!hasField())
+        return false;
     if (!selection.selected.empty())
         return true;
     m_station.prompts.inform(u"Select one or more hours first."_s);
@@ -140,10 +156,13 @@ void SlotActions::clear()
 
 void SlotActions::addWaitingEntry()
 {
+    if (!hasField())
+        return;
     const DaySelection selection = m_selection();
     bool added = false;
     guarded(m_station.prompts, ErrorCode::Database, [&] {
-        const auto verification = m_station.prompts.verifyStaff();
+        const auto verification =
+            m_station.prompts.verifyStaff(u"Put on the waiting list of "_s + fieldName(m_station, selection.field));
         if (!verification)
             return;
         frm_WaitingList window(m_station, verification->staffName, selection.day, selection.field,
@@ -158,6 +177,8 @@ void SlotActions::addWaitingEntry()
 
 void SlotActions::copy()
 {
+    if (!hasField())
+        return;
     guarded(m_station.prompts, ErrorCode::Database, [this] { copySlot(m_station, m_clipboard, m_selection()); });
     Q_EMIT clipboardChanged();
 }
@@ -167,6 +188,19 @@ void SlotActions::paste()
     if (run([this](const DaySelection &selection) { pasteSelection(m_station, m_clipboard, selection); }, database))
         Q_EMIT waitingListTouched();
     Q_EMIT clipboardChanged();
+}
+
+void SlotActions::showHistory()
+{
+    const DaySelection selection = m_selection();
+    if (!hasRows(selection))
+        return;
+    const SlotKey slot = selection.slotOf(selection.row(selection.current));
+    QString history;
+    if (guarded(m_station.prompts, ErrorCode::Database,
+                [&] { history = slotHistory(m_station.database, slot).trimmed(); }))
+        m_station.prompts.inform(taskInWords(u"History of"_s, m_station.settings, slot) + u"\n\n"_s +
+                                 (history.isEmpty() ? u"Nothing was done to this hour yet."_s : history));
 }
 
 void SlotActions::addExtraTime(qint16 minutes)

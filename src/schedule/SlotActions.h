@@ -29,6 +29,8 @@ public:
     void addWaitingEntry();
     void copy();
     void paste();
+    /// Tells what was done to the current row's slot, for those who have no pointer that rests.
+    void showHistory();
 
 signals:
     /// An operation may have changed the day; `ok` is false when it ended in an error that staff have seen.
@@ -45,6 +47,7 @@ private:
     /// Runs an operation on the selection and reports that the day was touched; false after an error, which staff have
     /// seen, or when nothing is selected.
     bool run(const std::function<void(const DaySelection &)> &operation, int errorCode);
+    bool hasField();
     bool hasRows(const DaySelection &selection);
     void addExtraTime(qint16 minutes);
     void clearAddition();

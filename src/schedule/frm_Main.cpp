@@ -24,6 +24,8 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -127,7 +129,15 @@ void frm_Main::addPages()
 void frm_Main::connectPages()
 {
     connect(m_pages, &QTabWidget::currentChanged, this, &frm_Main::selectPage);
-    connect(m_booking, &page_Booking::dayRead, this, &frm_Main::refreshPlan);
+    connect(m_booking, &page_Booking::dayRead, this, [this](bool ok) {
+        refreshPlan();
+        if (ok)
+            catchUp();
+    });
+    connect(m_booking, &page_Booking::clockClicked, this, [this] {
+        guarded(m_station.prompts, ErrorCode::Database, [this] { RefreshAlert(m_station, m_alertCaptions); });
+        m_booking->plan().setAlertCaptions(m_alertCaptions);
+    });
     connect(m_booking, &page_Booking::clipboardChanged, m_booking, &page_Booking::showClipboard);
     connect(m_booking, &page_Booking::waitingEntryWanted, this, &frm_Main::takeWaitingEntry);
     connect(m_booking, &page_Booking::waitingListTouched, m_waiting, &page_WaitingList::RefreshWaitList);
@@ -146,25 +156,45 @@ void frm_Main::load()
     m_waiting->setDay(m_station.now().date());
     m_booking->RefreshViewInit();
     m_booking->playLists().setCurrentIndex(1);
-    // A picture that cannot be placed does not keep staff from the day.
-    guarded(m_station.prompts, ErrorCode::LoadingForm, [this] { loadPictures(); });
-    const bool loaded = guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
-        loadSpecialGroups();
-        SetCounterStaffShiftStatus(m_station.database, m_station.settings.ThisCounter, 0);
-        m_booking->plan().setSelectedField(0);
-        m_waitingPlan->setSelectedField(0);
-        m_lights->resetSwitches();
-        m_booking->RefreshView();
-        m_waiting->RefreshWaitList();
-        showCounter();
-    });
+    loadPictures();
+    m_booking->plan().setSelectedField(0);
+    m_waitingPlan->setSelectedField(0);
+    m_lights->resetSwitches();
+    bool ok = attempt([this] { loadSpecialGroups(); }, true);
+    ok &= attempt([this] { SetCounterStaffShiftStatus(m_station.database, m_station.settings.ThisCounter, 0); }, ok);
+    ok &= m_booking->afterOperation(ok);
+    ok &= attempt([this] { m_waiting->read(); }, ok);
+    attempt([this] { showCounter(m_station.settings.SelectedCounter); }, ok);
     const int hour = m_station.now().time().hour();
     // The start hour itself counts as evening.
     m_shiftName = hour > m_station.settings.firstHour && hour < eveningHour ? u"morning"_s : u"evening"_s;
-    if (!loaded)
-        m_booking->afterOperation(false);
     tick();
     m_clock.start();
+}
+
+bool frm_Main::attempt(std::function<void()> step, bool tell)
+{
+    bool ok = false;
+    if (tell) {
+        ok = guarded(m_station.prompts, ErrorCode::LoadingForm, step);
+    } else {
+        try {
+            step();
+            ok = true;
+        } catch (const DbError &) {
+            // A step before has told of it.
+        }
+    }
+    if (!ok)
+        m_missed.push_back(std::move(step));
+    return ok;
+}
+
+void frm_Main::catchUp()
+{
+    const auto missed = std::exchange(m_missed, {});
+    for (const auto &step : missed)
+        attempt(step, false);
 }
 
 void frm_Main::loadPictures()
@@ -172,32 +202,38 @@ void frm_Main::loadPictures()
     const int maxField = m_station.settings.MaxFieldIndex;
     const auto &displayNames = m_station.settings.FieldDisplayNames;
     const std::vector<QString> names(displayNames.cbegin(), displayNames.cbegin() + maxField + 1);
-    m_topImage->loadPicture(u"TopHeader"_s);
-    m_booking->plan().load(u"Layout"_s, u"HotSpot"_s, maxField);
+    // A picture that cannot be placed keeps staff neither from the others nor from the day.
+    const auto place = [this](const auto &load) { guarded(m_station.prompts, ErrorCode::LoadingForm, load); };
+    place([&] { m_booking->plan().load(u"Layout"_s, u"HotSpot"_s, maxField); });
     m_booking->plan().setFieldNames(names);
     m_booking->plan().addAlertLabels();
-    m_waitingPlan->load(u"WaitingList"_s, u"HotSpot2"_s, maxField);
+    place([&] { m_topImage->loadPicture(u"TopHeader"_s); });
+    place([&] { m_waitingPlan->load(u"WaitingList"_s, u"HotSpot2"_s, maxField); });
     m_waitingPlan->setFieldNames(names);
 }
 
 void frm_Main::loadSpecialGroups()
 {
+    std::vector<int> groups;
     for (int group = 1; group <= m_station.settings.SpecialGroupLimit; ++group)
         if (SpecialGroupTableExists(m_station.database, group))
-            m_booking->addSpecialGroup(group);
+            groups.push_back(group);
+    for (const int group : groups)
+        m_booking->addSpecialGroup(group);
 }
 
-void frm_Main::showCounter()
+void frm_Main::showCounter(qint16 counter)
 {
-    const int counter = m_station.settings.SelectedCounter;
-    m_counter->setText(u"Counter "_s + QString::number(counter) + u'\n' + GetCounterStaff(m_station.database, counter));
+    const QString staff = GetCounterStaff(m_station.database, counter);
+    m_station.settings.SelectedCounter = counter;
+    m_counter->setText(u"Counter "_s + QString::number(counter) + u"\r\n"_s + staff);
 }
 
 void frm_Main::nextCounter()
 {
-    qint16 &shown = m_station.settings.SelectedCounter;
-    shown = shown < m_station.settings.CounterCount ? qint16(shown + 1) : qint16(1);
-    guarded(m_station.prompts, ErrorCode::Database, [this] { showCounter(); });
+    const qint16 shown = m_station.settings.SelectedCounter;
+    const auto next = qint16(shown < m_station.settings.CounterCount ? shown + 1 : 1);
+    guarded(m_station.prompts, ErrorCode::Database, [=, this] { showCounter(next); });
 }
 
 void frm_Main::selectPage(int page)
@@ -225,12 +261,15 @@ void frm_Main::takeWaitingEntry(const QString &id)
 void frm_Main::refreshPlan()
 {
     m_planMinute = m_station.now().time().minute();
+    std::vector<FieldStatus> status; // without a database the plans say nothing rather than something old
     try {
-        m_booking->plan().setFieldStatus(
-            readPlanStatus(m_station.database, m_station.now(), m_station.hours(), m_station.settings.MaxFieldIndex));
+        status =
+            readPlanStatus(m_station.database, m_station.now(), m_station.hours(), m_station.settings.MaxFieldIndex);
     } catch (const DbError &) {
-        m_booking->plan().setFieldStatus({}); // the plan says nothing rather than something old
+        status.clear();
     }
+    m_booking->plan().setFieldStatus(status);
+    m_lights->showStatus(status);
 }
 
 void frm_Main::tick()
@@ -246,8 +285,8 @@ void frm_Main::tick()
         m_lightsTime->setText(m_station.timeText);
     m_booking->tick(m_station.timeText);
     const AlertClock::Tick due = m_alertClock.tick(now.time());
-    if (due.refresh)
-        refreshAlerts();
+    if (due.refresh && !refreshAlerts(due.again))
+        m_alertClock.failed();
     if (due.clear)
         std::fill(m_alertCaptions.begin(), m_alertCaptions.end(), QString());
     showAlerts(due.lit);
@@ -255,22 +294,27 @@ void frm_Main::tick()
         refreshPlan();
 }
 
-void frm_Main::refreshAlerts()
+// While a window is open over this one, an error is told by the page alone: no second window is stacked on it. The
+// clock goes on behind its own.
+bool frm_Main::refreshAlerts(bool again)
 {
-    // While a window is open over this one, an error is told by the page alone: no second window is stacked on it.
-    if (QApplication::activeModalWidget()) {
-        try {
-            RefreshAlert(m_station, m_alertCaptions);
-        } catch (const DbError &) {
-            // The page tells of it.
-        }
-        m_booking->afterOperation(false);
-        return;
-    }
-    guarded(m_station.prompts, ErrorCode::Database, [this] {
+    const bool quietly = again || QApplication::activeModalWidget();
+    try {
         RefreshAlert(m_station, m_alertCaptions);
-        m_booking->RefreshView();
-    });
+    } catch (const DbError &) {
+        if (!quietly)
+            QMetaObject::invokeMethod(
+                this,
+                [this, error = std::current_exception()] {
+                    guarded(m_station.prompts, ErrorCode::Database, [&error] { std::rethrow_exception(error); });
+                },
+                Qt::QueuedConnection);
+        else if (!again)
+            m_booking->afterOperation(false);
+        return false;
+    }
+    m_booking->afterOperation(!quietly);
+    return true;
 }
 
 void frm_Main::showAlerts(bool lit)
@@ -293,7 +337,8 @@ bool frm_Main::handleKey(const QKeyEvent &key)
 {
     const int page = m_pages->currentIndex();
     const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
-    if (key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F16 && modifiers != Qt::AltModifier) {
+    const bool menuOfGrid = page == BookingPage && key.key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier;
+    if (!menuOfGrid && key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F16 && modifiers != Qt::AltModifier) {
         m_pages->setCurrentIndex(CounterPage);
         return true;
     }

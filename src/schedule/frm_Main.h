@@ -7,6 +7,8 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <functional>
+
 class LayoutPlan;
 class PlacedPicture;
 class QKeyEvent;
@@ -46,7 +48,10 @@ private:
     void connectPages();
     void loadPictures();
     void loadSpecialGroups();
-    void showCounter();
+    /// Runs a step of loading; one that fails is kept for the next successful reading of the day. False when it failed.
+    bool attempt(std::function<void()> step, bool tell);
+    void catchUp();
+    void showCounter(qint16 counter);
     void nextCounter();
     void selectPage(int page);
     void setWaitingField(int field);
@@ -54,7 +59,8 @@ private:
     void refreshPlan();
 
     void tick();
-    void refreshAlerts();
+    /// False when the alerts could not be raised.
+    bool refreshAlerts(bool again);
     void showAlerts(bool lit);
 
     bool handleKey(const QKeyEvent &key);
@@ -69,6 +75,7 @@ private:
     QTimer m_clock{this};
     bool m_ticking = false;
     int m_planMinute = -1;
+    std::vector<std::function<void()>> m_missed; ///< steps of loading that the database refused
 
     QTabWidget *m_pages = nullptr;
     PlacedPicture *m_topImage = nullptr;

@@ -17,9 +17,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTextCharFormat>
 #include <QToolButton>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -45,6 +48,23 @@ QLabel *namedLabel(const QString &name)
     return label;
 }
 
+/// A line of text that can be clicked.
+class ClickedLabel : public QLabel
+{
+public:
+    explicit ClickedLabel(std::function<void()> clicked) : m_clicked(std::move(clicked)) {}
+
+protected:
+    void mouseReleaseEvent(QMouseEvent *event) override
+    {
+        if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+            m_clicked();
+    }
+
+private:
+    std::function<void()> m_clicked;
+};
+
 void makeLarge(QLabel *label)
 {
     QFont font = label->font();
@@ -63,7 +83,8 @@ page_Booking::page_Booking(Station &station, BookingClipboard &clipboard, QWidge
       m_fieldSelected(hiddenBox(u"txtInfo_FieldSelect"_s, this))
 {
     m_fieldSelected->setText(u"0"_s);
-    m_playLists = new PlayLists;
+    const auto &names = station.settings.FieldDisplayNames;
+    m_playLists = new PlayLists({names.cbegin(), names.cbegin() + station.settings.MaxFieldIndex + 1});
     m_playLists->setFixedWidth(playListWidth);
     m_actions = new SlotActions(
         station, clipboard, [this] { return selection(); }, this);
@@ -94,6 +115,7 @@ QWidget *page_Booking::makeDayChooser()
     m_calendar->setGridVisible(true);
     m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     m_calendar->setAccessibleName(u"Day"_s);
+    Look::applyTo(*m_calendar);
     // A mouse click tells both that the day changed and that it was clicked: one reading answers both.
     m_dayClicked.setSingleShot(true);
     connect(m_calendar, &QCalendarWidget::selectionChanged, &m_dayClicked, qOverload<>(&QTimer::start));
@@ -156,7 +178,10 @@ QWidget *page_Booking::makeHeading()
     makeLarge(m_fieldName);
     m_fieldInfo = namedLabel(u"lbl_FieldInfo"_s);
     m_dayLabel = namedLabel(u"lbl_Day"_s);
-    m_time = namedLabel(u"txt_Time"_s);
+    m_time = new ClickedLabel([this] { Q_EMIT clockClicked(); });
+    m_time->setObjectName(u"txt_Time"_s);
+    m_time->setTextFormat(Qt::PlainText);
+    m_time->setToolTip(u"Click to look for changes of players at the coming hour"_s);
     makeLarge(m_time);
     auto *heading = new QWidget;
     auto *layout = new QHBoxLayout(heading);
@@ -235,9 +260,9 @@ void page_Booking::RefreshView()
     read(false);
 }
 
-void page_Booking::afterOperation(bool ok)
+bool page_Booking::afterOperation(bool ok)
 {
-    read(!ok);
+    return read(!ok);
 }
 
 bool page_Booking::read(bool quietly)
@@ -246,7 +271,7 @@ bool page_Booking::read(bool quietly)
     const int hourRow = m_grid->currentIndex().row();
     QString hourPlayers;
     const auto readNow = [&] {
-        schedule = readDay(m_station.database, m_day, field(), m_station.hours(), m_station.now());
+        schedule = readDay(m_station, m_day, field());
         if (hourRow >= 0)
             hourPlayers = RefreshList(m_station.database, m_day, schedule.rows.at(std::size_t(hourRow)).hour);
     };
@@ -272,7 +297,7 @@ bool page_Booking::read(bool quietly)
     else
         m_model.showUnread();
     showHeading();
-    Q_EMIT dayRead();
+    Q_EMIT dayRead(ok);
     return ok;
 }
 
@@ -290,8 +315,11 @@ void page_Booking::showRows(std::vector<DayRow> rows)
 
 void page_Booking::showHeading()
 {
-    m_fieldName->showText(m_station.settings.FieldDisplayNames.at(std::size_t(field())));
-    m_fieldInfo->setText(u"Field Number "_s + QString::number(field() + 1)); // people count from 1
+    const bool isField = field() <= m_station.settings.MaxFieldIndex;
+    m_fieldName->showText(isField ? m_station.settings.FieldDisplayNames.at(std::size_t(field()))
+                                  : u"No field is set up"_s);
+    m_fieldInfo->setText(isField ? u"Field Number "_s + QString::number(field() + 1)
+                                 : QString()); // people count from 1
     const QDate day = QDate::fromString(m_day, Qt::ISODate);
     m_dayLabel->setText(QLocale::c().toString(day, u"ddd d MMMM yyyy"_s));
 }

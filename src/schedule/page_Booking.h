@@ -33,8 +33,8 @@ public:
     /// Reads the selected field's day and who plays round the present hour (tbl_booking); the selection stays. After an
     /// error, shown with code 3, the rows are empty and a line says that they could not be read.
     void RefreshView();
-    /// As RefreshView after an operation; `quietly` when its error was shown already.
-    void afterOperation(bool ok);
+    /// As RefreshView after an operation, quietly when its error was shown already. False when the day was not read.
+    bool afterOperation(bool ok);
 
     /// Shows another day; takes effect with the next RefreshView.
     void setDay(QDate day);
@@ -56,8 +56,9 @@ signals:
     /// Another entry of the waiting list is wanted for pasting.
     void waitingEntryWanted(const QString &id);
     /// Bookings may have changed, here or at another counter.
-    void dayRead();
+    void dayRead(bool ok);
     void clipboardChanged();
+    void clockClicked();
 
 private:
     QWidget *makeDayChooser();

@@ -206,6 +206,8 @@ private Q_SLOTS:
         QCOMPARE(plan.image, u"plan.png"_s);
         QVERIFY((std::array{plan.top, plan.left, plan.height, plan.width} == std::array{10.0, -2.5, 1200.0, 8.0}));
         QVERIFY_EXCEPTION_THROWN(readPicturePlacement(u"TopHeader"_s), SettingError);
+        QVERIFY(stored().contains("Top=high\r\nImage=1\r\nLeft=1\r\nHeight=1\r\nWidth=1\r\n") ||
+                stored().contains("Top=high\nImage=1\r\nLeft=1\r\nHeight=1\r\nWidth=1\r\n"));
         const PicturePlacement fresh = readPicturePlacement(u"WaitingList"_s);
         QCOMPARE(fresh.image, u"1"_s);
         QCOMPARE(fresh.width, 1.0);

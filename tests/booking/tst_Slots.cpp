@@ -108,7 +108,7 @@ private Q_SLOTS:
         QStringList slotTexts;
         for (const SlotKey &slot : freed)
             slotTexts << slot.hourText + u' ' + QString::number(slot.field);
-        QCOMPARE(slotTexts.join(u','), u"16:00 0,16:00 1,16:00 2,17:00 0"_s);
+        QCOMPARE(slotTexts.join(u','), u"16:00 0,16:00 1,16:00 2,17:00 0,17:00 1,17:00 2"_s);
     }
 
     void cancelOutcomes_data()

@@ -160,6 +160,17 @@ private Q_SLOTS:
         QCOMPARE(ticks(startedInMinute2, QTime(8, 55), 60), u"08:55:00 refresh"_s);
         QCOMPARE(ticks(startedInMinute2, QTime(9, 2), 60), QString());
         QCOMPARE(ticks(startedInMinute2, QTime(9, 3), 53 * 60), u"09:55:00 refresh"_s);
+        // A round that failed is due again each second of its minute, until one succeeds.
+        AlertClock failing;
+        for (const int second : {0, 1, 2}) {
+            QCOMPARE(ticks(failing, QTime(9, 55, second), 1), u"09:55:0"_s + QString::number(second) + u" refresh"_s);
+            failing.failed();
+        }
+        QVERIFY(failing.tick(QTime(9, 55, 3)).again);
+        QCOMPARE(ticks(failing, QTime(9, 55, 4), 50), QString());
+        failing.failed();
+        QCOMPARE(ticks(failing, QTime(9, 56, 0), 59 * 60 - 1), u"10:02:00 clear"_s);
+        QVERIFY(!failing.tick(QTime(10, 55)).again);
     }
 
     void commit_data()
@@ -167,7 +178,7 @@ private Q_SLOTS:
         drawnRows(uR"(
             nobody confirms           | verify -> nobody                                                         | 11111 |
             not meant                 | verify -> anna staff; confirm: Confirm Light Status? [Important] -> no   | 11111 |
-            staff, all off            | verify -> anna staff; confirm: Confirm Light Status? [Important] -> yes  | 00000 | l_staff='anna', l_datetime='2026-11-14 14:59:59', l_row0='off', l_row1='off',l_row2='off', l_row3='off', l_row4= 'off'
+            staff, all off            | verify Commit the lights of Field 4 -> anna staff; confirm: Confirm Light Status? [Important] -> yes  | 00000 | l_staff='anna', l_datetime='2026-11-14 14:59:59', l_row0='off', l_row1='off',l_row2='off', l_row3='off', l_row4= 'off'
             administrator, row by row | verify -> o'hara admin; confirm: Confirm Light Status? [Important] -> yes | 10110 | l_staff='o\'hara', l_datetime='2026-11-14 14:59:59', l_row0='on', l_row1='off',l_row2='on', l_row3='on', l_row4= 'off'
         )"_s);
     }
@@ -196,7 +207,8 @@ private Q_SLOTS:
     {
         for (const auto *const line :
              {"14:00 0 Partially Shared", "14:00 1 Team A", "14:00 2 Shared Booking", "14:00 4 Partially Shared",
-              "14:00 4 Team B", "13:00 5 Team C", "15:00 5 Team C", "24:00 6 Night owls", "14:00 9 Elsewhere"})
+              "14:00 4 Team B", "14:00 7 Abel", "14:00 7 Partially Shared", "14:00 8 Zoe", "14:00 8 Shared Booking",
+              "13:00 5 Team C", "15:00 5 Team C", "24:00 6 Night owls", "14:00 9 Elsewhere"})
             m_server.exec(insertOf(QString::fromLatin1(line)));
         const QString light = u"INSERT INTO tbl_light (l_field, l_datetime, l_row0, l_row3) VALUES "_s;
         m_server.exec(light + u"(0,'2026-11-14 12:00:00','on','on'),(0,'2026-11-13 12:00:00','off','off'),"_s +
@@ -213,7 +225,7 @@ private Q_SLOTS:
         QCOMPARE(words(u"2026-11-14 14:59:59"_s),
                  (QStringList{u"Shared|Partially Shared|Lights 2/5"_s, u"Booked|Team A|Lights off"_s,
                               u"Shared|Shared Booking|Lights 1/5"_s, u"Free||"_s, u"Booked|Team B|"_s, u"Free||"_s,
-                              u"Free||"_s, u"Free||"_s, u"Free||"_s}));
+                              u"Free||"_s, u"Booked|Abel|"_s, u"Booked|Zoe|"_s}));
         QCOMPARE(words(u"2026-11-15 00:00:00"_s).at(6), u"Booked|Night owls|"_s);
         for (const QString &line : {u"07:59:59 Closed"_s, u"08:00:00 Free"_s, u"02:59:59 Free"_s, u"03:00:00 Closed"_s})
             QCOMPARE(words(u"2026-11-14 "_s + line.left(8)).at(3), line.mid(9) + u"||"_s);

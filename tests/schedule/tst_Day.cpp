@@ -105,29 +105,58 @@ private Q_SLOTS:
         book(u"2026-11-14 01:00:00"_s, 3, u"b_bookername='After midnight', b_extratime=30, b_paid=0.05"_s);
         book(u"2026-11-15 01:00:00"_s, 3, u"b_bookername='Next business day'"_s);
         book(u"2026-11-14 09:00:00"_s, 2, u"b_bookername='Other field'"_s);
+        // A booker beside marks, in whatever order the server tells of them.
+        for (const QString &name : {u"Partially Shared"_s, u"Zoe', b_bookertel='7', b_paid='5"_s, u"Shared Booking"_s})
+            book(u"2026-11-14 17:00:00"_s, 3, u"b_bookername='"_s + name + u"'"_s);
+        for (const QString &name : {u"Shared Booking"_s, u"Abel"_s, u"Partially Shared"_s})
+            book(u"2026-11-14 19:00:00"_s, 3, u"b_bookername='"_s + name + u"'"_s);
         for (const QString &foreign : {u"00:00"_s, u"03:00"_s, u"07:00"_s})
             book(u"2026-11-14 "_s + foreign + u":00"_s, 3, u"b_bookername='No row for it', b_extratime=30"_s);
 
-        Database database(m_server.connectionString());
+        TestStation station(m_server);
+        station.setNow(u"2026-11-14 09:10:00"_s);
         m_server.startLog();
-        const DaySchedule schedule = readDay(database, saturday, 3, hours, moment(u"2026-11-14 09:10:00"_s));
+        const DaySchedule schedule = readDay(station, saturday, 3);
         const QString played =
             u"SELECT b_bookername, b_field from tbl_booking where b_datetime=\"2026-11-14 %1:00:00\" "
             "ORDER BY b_field ASC"_s;
         QCOMPARE(m_server.takeLog(),
                  (QStringList{u"SELECT b_datetime, b_bookername,b_bookertel,b_paid,b_extratime from tbl_booking where "
                               "b_datetime LIKE '%2026-11-14%' AND b_field=3"_s,
+                              u"SELECT b_datetime, b_field, b_extratime FROM tbl_booking WHERE b_datetime LIKE "
+                              "'2026-11-14%' AND b_field IN (4, 5) AND b_extratime>0"_s,
                               played.arg(u"09"_s), played.arg(u"08"_s), played.arg(u"10"_s)}));
         const QString extra = u"\u02C6 + %1 hour ||"_s;
         QCOMPARE(drawn(schedule.rows),
                  (QStringList{u"08:00 O'Neil %1 😀|5'5|Paid 1,234.50"_s, u"10:00 Quarter||"_s,
                               u"11:00 "_s + extra.arg(QChar(0xBC)), u"12:00 Before its neighbour||"_s,
-                              u"13:00 Neighbour|6|"_s, u"14:00 "_s + extra.arg(QChar(0xBE)),
-                              u"23:00 Partially Shared||"_s, u"24:00 "_s + extra.arg(QChar(0xBC)),
+                              u"13:00 Neighbour|6|"_s, u"14:00 "_s + extra.arg(QChar(0xBE)), u"17:00 Zoe|7|Paid 5.00"_s,
+                              u"19:00 Abel||"_s, u"23:00 Partially Shared||"_s, u"24:00 "_s + extra.arg(QChar(0xBC)),
                               u"01:00 After midnight||Paid 0.05"_s, u"02:00 "_s + extra.arg(QChar(0xBD))}));
         QCOMPARE(schedule.rows.size(), std::size_t(19));
         QVERIFY_THROWS_EXCEPTION(DbError, m_server.exec(u"DROP TABLE tbl_booking"_s);
-                                 readDay(database, saturday, 3, hours, moment(u"2026-11-14 09:10:00"_s)));
+                                 readDay(station, saturday, 3));
+    }
+
+    // Field 3 is a pitch with the halves 4 and 5.
+    void extraTimeOnTheSameGround()
+    {
+        book(u"2026-11-14 10:00:00"_s, 3, u"b_bookername='Whole', b_extratime=45"_s);
+        book(u"2026-11-14 15:00:00"_s, 4, u"b_bookername='Half', b_extratime=15"_s);
+        book(u"2026-11-14 02:00:00"_s, 4, u"b_bookername='Last', b_extratime=15"_s);
+        TestStation station(m_server);
+        const auto takenOn = [&](int field) {
+            QStringList taken;
+            for (const DayRow &row : readDay(station, saturday, field).rows)
+                if (row.isGroundTaken)
+                    taken << row.hourText() + u' ' + row.booker + (row.isExtraTime() ? u" (own)"_s : u""_s) +
+                                 (stateOf(row, false) == RowState::ExtraTime ? u""_s : u" (not drawn)"_s);
+            return taken;
+        };
+        QCOMPARE(takenOn(3), QStringList{u"16:00 Taken: 15 minutes extra time on Field 5"_s});
+        QCOMPARE(takenOn(4), QStringList{u"11:00 Taken: 45 minutes extra time on Field 4"_s});
+        QCOMPARE(takenOn(5), QStringList{u"11:00 Taken: 45 minutes extra time on Field 4"_s});
+        QCOMPARE(takenOn(6), QStringList());
     }
 
     void playLists_data()
@@ -150,8 +179,9 @@ private Q_SLOTS:
             "('2026-11-14 24:00:00', 3, 'M24'), ('2026-11-14 01:00:00', 4, 'Q01'), "
             "('2026-11-15 10:00:00', 0, 'Next day')"_s);
         const auto [now, previous, current, next] = cells<4>();
-        Database database(m_server.connectionString());
-        const DaySchedule day = readDay(database, saturday, 8, hours, moment(u"2026-11-14 "_s + now));
+        TestStation station(m_server);
+        station.setNow(u"2026-11-14 "_s + now);
+        const DaySchedule day = readDay(station, saturday, 8);
         QString lists = QStringList{day.previousPlayers, day.currentPlayers, day.nextPlayers}.join(u'|');
         QCOMPARE(lists.replace(u"\r\n"_s, u","_s), (QStringList{previous, current, next}).join(u'|'));
     }
@@ -181,12 +211,26 @@ private Q_SLOTS:
         QCOMPARE(marks(2), u"01:00 AM before, 02:00 AM now"_s);
         QCOMPARE(marks(3), QString());
 
+        QStringList spoken;
+        for (const int row : {0, 1, 2, 3, 4, 5, 6})
+            spoken << model.index(row, DayModel::HourRange).data(Qt::AccessibleTextRole).toString().mid(14);
+        QCOMPARE(spoken.join(u", "_s), u", booked, past, , paid, , extra time, , shared, , shared, , past, , free"_s);
+        marks(9);
+        spoken.clear();
+        for (const int column : {1, 2})
+            for (const int row : {0, 1, 5, 6})
+                spoken << model.index(row, column).data(Qt::AccessibleTextRole).toString();
+        QCOMPARE(spoken.join(u'|'), u"08:00 AM, hour before|09:00 AM, present hour|01:00 PM|02:00 PM|Team A|Team A|"
+                                    "past|free"_s);
+
         QList<int> states;
         for (int row = 0; row < 7; ++row)
             states << model.index(row, DayModel::BookerName).data(DayModel::StateRole).toInt();
         QCOMPARE(states,
                  (QList<int>{int(RowState::Booked), int(RowState::Paid), int(RowState::ExtraTime),
                              int(RowState::Shared), int(RowState::Shared), int(RowState::Past), int(RowState::Free)}));
+        model.showUnread();
+        QCOMPARE(model.index(0, 0).data(Qt::AccessibleTextRole).toString(), u"08:00 to 09:00, not read"_s);
     }
 
 private:

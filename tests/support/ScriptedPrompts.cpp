@@ -54,9 +54,10 @@ QString ScriptedPrompts::askText(const QString &question, int maxLength)
     return answerTo(u"ask: "_s + question).left(maxLength);
 }
 
-std::optional<Verification> ScriptedPrompts::verifyStaff()
+std::optional<Verification> ScriptedPrompts::verifyStaff(const QString &what)
 {
-    const QStringList words = answerTo(u"verify"_s).split(u' ');
+    const bool anyWords = m_script.value(0).startsWith(u"verify ->");
+    const QStringList words = answerTo(anyWords ? u"verify"_s : u"verify "_s + what).split(u' ');
     if (words.size() != 2)
         return std::nullopt;
     return Verification{words[0], words[1] == u"admin" ? AccessLevel::Admin : AccessLevel::Staff};

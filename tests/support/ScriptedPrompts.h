@@ -8,6 +8,7 @@
 ///     refuse: You cannot book previous entry        refuse: Invalid Password [Error]
 ///     inform: You cannot delete paid item           inform (whatever the words)
 ///     verify -> anna staff                          verify -> boss admin      verify -> nobody
+///     verify Book Field 1, 15:00 -> anna staff (without the words: whatever they are)
 ///     ask: Enter reason … -> rain                   ask: Enter reason … ->
 ///     confirm: Confirm delete? [Important] -> yes
 ///     error: Error while accessing database
@@ -27,7 +28,7 @@ public:
     void inform(const QString &text) override;
     bool confirm(const QString &question, const QString &title) override;
     QString askText(const QString &question, int maxLength) override;
-    std::optional<Verification> verifyStaff() override;
+    std::optional<Verification> verifyStaff(const QString &what) override;
     void showError(const QString &message, const QString &description) override;
 
 private:
