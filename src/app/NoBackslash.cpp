@@ -36,7 +36,7 @@ QValidator::State NoBackslash::validate(QString &text, int &cursor) const
 
 bool NoBackslash::eventFilter(QObject *watched, QEvent *event)
 {
-    if (m_line && event->type() == QEvent::KeyPress) {
+    if (m_line && (event->type() == QEvent::KeyPress || event->type() == QEvent::FocusOut)) {
         m_line->hide();
         m_box->setAccessibleDescription({});
     }
@@ -51,6 +51,7 @@ void NoBackslash::say()
     if (!m_line) {
         m_line = new QLabel(u"A backslash (\\) cannot be used here."_s, window);
         m_line->setObjectName(u"lbl_NoBackslash"_s);
+        m_line->setAttribute(Qt::WA_TransparentForMouseEvents); // a button may lie behind it
         m_line->setMargin(margin);
         m_line->setAutoFillBackground(true);
         QPalette colours = m_line->palette();

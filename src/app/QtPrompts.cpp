@@ -1,6 +1,7 @@
 #include "app/QtPrompts.h"
 
 #include "app/NoBackslash.h"
+#include "app/Station.h"
 #include "app/frm_ErrorDisplay.h"
 #include "app/frm_VerifyUser.h"
 

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int smallestRowHeight = 22;
 constexpr int cellMargin = 8;
-constexpr int signRoom = 10; // beside the times, for the sign of the present hour and of the hour before
+constexpr int signRoom = 14; // beside the times, for the sign of the present hour and of the hour before
 
 Look::Tone toneOf(RowState state)
 {
