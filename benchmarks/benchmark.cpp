@@ -77,7 +77,7 @@ public:
           m_station(m_settings, m_prompts, &Benchmark::halfPastTwo)
     {
         m_station.CurrentStaff = staff;
-        m_station.timeText = clockText(halfPastTwo());
+        m_station.readClock();
     }
 
     /// All of "refresh", "operations" and "windows", or only the ones that are named.

@@ -9,7 +9,7 @@
 using namespace Qt::StringLiterals;
 
 frm_Booker::frm_Booker(Station &station, BookingClipboard &clipboard, Verification staff, DaySelection selection,
-                       const QString &fieldName, QWidget *parent)
+                       QWidget *parent)
     : QDialog(parent),
       m_station(station),
       m_clipboard(clipboard),
@@ -20,8 +20,9 @@ frm_Booker::frm_Booker(Station &station, BookingClipboard &clipboard, Verificati
     setObjectName(u"frm_Booker"_s);
     setWindowTitle(u"Booking Field "_s + QString::number(m_selection.field) + u" from "_s +
                    m_selection.row(m_selection.selected.at(0)).hourRange);
-    QPushButton *ok = m_form->fillWindow(*this, fieldName + u", "_s + hoursInWords(m_selection),
-                                         dayInWords(m_selection.day), u"&Book"_s);
+    QPushButton *ok =
+        m_form->fillWindow(*this, station.settings.fieldName(m_selection.field) + u", "_s + hoursInWords(m_selection),
+                           dayInWords(m_selection.day), u"&Book"_s);
     connect(ok, &QPushButton::clicked, this, &frm_Booker::book);
 }
 

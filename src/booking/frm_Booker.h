@@ -12,9 +12,9 @@ class frm_Booker : public QDialog
     Q_OBJECT
 
 public:
-    /// fieldName is how the centre calls the field. At least one row of the selection is selected.
+    /// At least one row of the selection is selected.
     frm_Booker(Station &station, BookingClipboard &clipboard, Verification staff, DaySelection selection,
-               const QString &fieldName, QWidget *parent = nullptr);
+               QWidget *parent = nullptr);
 
 signals:
     /// The booking ended in an error that staff have seen; some hours may be booked.

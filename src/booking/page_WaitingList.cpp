@@ -5,6 +5,7 @@
 #include "booking/SlotWords.h"
 #include "booking/frm_WaitingList.h"
 #include "look/WrappedLabel.h"
+#include "plan/LayoutPlan.h"
 
 #include <QBoxLayout>
 #include <QCalendarWidget>
@@ -22,13 +23,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString fieldName(const AppSettings &settings, int field)
-{
-    const auto index = std::size_t(field);
-    const QString shown = settings.FieldDisplayNames.at(index);
-    return shown.isEmpty() ? settings.FieldNames.at(index) : shown;
-}
 
 QStandardItem *cell(const QString &text)
 {
@@ -64,7 +58,7 @@ QTableView *makeTable(QStandardItemModel *model)
 } // namespace
 
 page_WaitingList::page_WaitingList(Station &station, BookingClipboard &clipboard, QWidget *parent)
-    : QWidget(parent), m_station(station), m_clipboard(clipboard), m_day(sqlDate(station.now().date()))
+    : Page(parent), m_station(station), m_clipboard(clipboard), m_day(sqlDate(station.now().date()))
 {
     setObjectName(u"page_WaitingList"_s);
     auto *layout = new QHBoxLayout(this);
@@ -89,8 +83,11 @@ QWidget *page_WaitingList::makeDayAndPlan()
     m_calendar->setGridVisible(false);
     m_calendar->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     layout->addWidget(m_calendar);
-    m_planPlace = new QVBoxLayout;
-    layout->addLayout(m_planPlace, 1);
+    m_plan = new LayoutPlan;
+    m_plan->setObjectName(u"LayoutPlan3"_s);
+    m_plan->setSelectedField(m_field);
+    layout->addWidget(m_plan, 1);
+    connect(m_plan, &LayoutPlan::clicked, this, &page_WaitingList::selectField);
     // A mouse click on another day tells both; the arrow keys tell the first, a click on the same day the second.
     connect(m_calendar, &QCalendarWidget::selectionChanged, this, [this] {
         m_dayTaken = true;
@@ -160,10 +157,9 @@ void page_WaitingList::makeMenu()
     add(u"mnu_ClearEntry"_s, u"&Delete the entry…"_s, QKeySequence(Qt::Key_Delete), &page_WaitingList::clearEntry);
 }
 
-void page_WaitingList::setPlan(QWidget *plan)
+void page_WaitingList::loadPlan()
 {
-    m_planPlace->addWidget(plan);
-    setTabOrder(m_calendar, plan);
+    m_plan->load(u"WaitingList"_s, u"HotSpot2"_s, m_station.settings);
 }
 
 void page_WaitingList::setDay(QDate day)
@@ -185,13 +181,14 @@ void page_WaitingList::selectField(int field)
     if (field < 0 || field > m_station.settings.MaxFieldIndex)
         return;
     m_field = field;
+    m_plan->setSelectedField(field);
     showHeading();
     RefreshWaitList();
 }
 
 void page_WaitingList::showHeading()
 {
-    m_heading->setText(u"Waiting for "_s + fieldName(m_station.settings, m_field) + u", "_s + dayInWords(m_day));
+    m_heading->setText(u"Waiting for "_s + m_station.settings.fieldName(m_field) + u", "_s + dayInWords(m_day));
 }
 
 void page_WaitingList::RefreshWaitList()
@@ -239,8 +236,7 @@ void page_WaitingList::addEntry()
         const auto staff = m_station.prompts.verifyStaff();
         if (!staff)
             return;
-        frm_WaitingList window(m_station, staff->staffName, m_day, m_field, fieldName(m_station.settings, m_field),
-                               this);
+        frm_WaitingList window(m_station, staff->staffName, m_day, m_field, this);
         if (window.exec() == QDialog::Accepted)
             RefreshWaitList();
     });

@@ -1,5 +1,6 @@
 #include "plan/LayoutPlan.h"
 
+#include "app/Settings.h"
 #include "look/Look.h"
 #include "plan/Alerts.h"
 #include "plan/FieldPlate.h"
@@ -44,13 +45,17 @@ LayoutPlan::LayoutPlan(QWidget *parent) : PlacedPicture(parent)
     setAccessibleName(u"Plan of the fields"_s);
 }
 
-void LayoutPlan::load(const QString &section, const QString &hotSpotSection, int maxField)
+void LayoutPlan::load(const QString &section, const QString &hotSpotSection, const AppSettings &settings)
 {
+    m_names.clear();
+    for (int field = 0; field <= settings.MaxFieldIndex; ++field)
+        m_names.push_back(settings.fieldName(field));
     loadPicture(section);
-    m_spots = HotSpots(hotSpotSection, maxField);
+    m_spots = HotSpots(hotSpotSection, settings.MaxFieldIndex);
     const QRectF spots = m_spots.bounds();
     setFallbackSize({spots.left() + spots.right(), spots.top() + spots.bottom()});
     placeAlertLabels();
+    describe();
 }
 
 void LayoutPlan::addAlertLabels()
@@ -71,12 +76,6 @@ void LayoutPlan::addAlertLabels()
         m_alerts.push_back(label);
     }
     placeAlertLabels();
-}
-
-void LayoutPlan::setFieldNames(std::vector<QString> names)
-{
-    m_names = std::move(names);
-    describe();
 }
 
 void LayoutPlan::setSelectedField(int field)
@@ -138,7 +137,7 @@ QPointF LayoutPlan::toPicture(QPointF position) const
 QString LayoutPlan::fieldName(int field) const
 {
     const auto index = std::size_t(field);
-    return index < m_names.size() && !m_names[index].isEmpty() ? m_names[index] : u"Field "_s + QString::number(field);
+    return index < m_names.size() ? m_names[index] : QString();
 }
 
 QString LayoutPlan::fieldSentence(int field) const
@@ -209,7 +208,8 @@ void LayoutPlan::mouseReleaseEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton || !rect().contains(event->position().toPoint()))
         return;
     mouseMoveEvent(event);
-    Q_EMIT clicked();
+    if (const int field = m_spots.fieldAt(toPicture(event->position())); field >= 0)
+        Q_EMIT clicked(field);
 }
 
 void LayoutPlan::leaveEvent(QEvent *event)
@@ -234,8 +234,10 @@ void LayoutPlan::keyPressEvent(QKeyEvent *event)
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
+        if (present < 0 || present > last)
+            break;
         Q_EMIT hovered(QString::number(present));
-        Q_EMIT clicked();
+        Q_EMIT clicked(present);
         break;
     default:
         PlacedPicture::keyPressEvent(event);

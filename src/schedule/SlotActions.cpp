@@ -22,11 +22,6 @@ namespace {
 constexpr int loadingForm = int(ErrorCode::LoadingForm);
 constexpr int database = int(ErrorCode::Database);
 
-QString fieldName(const Station &station, int field)
-{
-    return station.settings.FieldDisplayNames.at(std::size_t(field));
-}
-
 QString bookerOnClipboard(const BookingClipboard &clipboard)
 {
     return clipboard.fromWaitingList ? clipboard.cut.booker.name : clipboard.copiedBooker.name;
@@ -66,7 +61,7 @@ void SlotActions::buildMenu()
     add(m_menu, u"mnu_AddEntry"_s, u"Put on the &waiting list…"_s, &SlotActions::addWaitingEntry)
         ->setIcon(Look::icon(u"add-entry"_s));
     m_menu->addSeparator();
-    // Their keys are handled by the main window, which sees every key first; here they are only named.
+    // Their keys are handled by the page, which sees every key first; here they are only named.
     add(m_menu, u"mnu_Copy"_s, u"&Copy booker\tCtrl+C"_s, &SlotActions::copy)->setIcon(Look::icon(u"copy"_s));
     add(m_menu, u"mnu_Paste"_s, u"&Paste booker\tCtrl+V"_s, &SlotActions::paste)->setIcon(Look::icon(u"paste"_s));
     auto *four = m_menu->addAction(u"Block book &4 weeks"_s, [this] { blockBook(4); });
@@ -123,8 +118,7 @@ void SlotActions::book()
             const auto verification = startBooking(m_station, selection);
             if (!verification)
                 return;
-            frm_Booker window(m_station, m_clipboard, *verification, selection, fieldName(m_station, selection.field),
-                              m_window);
+            frm_Booker window(m_station, m_clipboard, *verification, selection, m_window);
             connect(&window, &frm_Booker::failed, this, [this] { Q_EMIT dayTouched(false); });
             window.exec();
         },
@@ -147,8 +141,7 @@ void SlotActions::addWaitingEntry()
         const auto verification = m_station.prompts.verifyStaff();
         if (!verification)
             return;
-        frm_WaitingList window(m_station, verification->staffName, selection.day, selection.field,
-                               fieldName(m_station, selection.field), m_window);
+        frm_WaitingList window(m_station, verification->staffName, selection.day, selection.field, m_window);
         if (selection.current >= 0)
             window.setWantedHour(selection.row(selection.current).hourText());
         added = window.exec() == QDialog::Accepted;
@@ -192,7 +185,7 @@ void SlotActions::blockBook(int weeks)
     QString heading;
     const bool ok = run(
         [&](const DaySelection &selection) {
-            heading = bookerOnClipboard(m_clipboard) + u" on "_s + fieldName(m_station, selection.field);
+            heading = bookerOnClipboard(m_clipboard) + u" on "_s + m_station.settings.fieldName(selection.field);
             planned = selection.selected.size() * std::size_t(weeks);
             // Made after the verification: a progress window shows itself after a while, and in front of any other.
             std::unique_ptr<QProgressDialog> progress;

@@ -4,26 +4,20 @@
 #include "app/CounterState.h"
 #include "app/CounterTables.h"
 #include "app/Errors.h"
-#include "app/Formats.h"
 #include "booking/page_WaitingList.h"
+#include "counter/page_Counter.h"
+#include "counter/page_Shifts.h"
 #include "look/Look.h"
-#include "plan/LayoutPlan.h"
 #include "plan/PlacedPicture.h"
 #include "plan/page_Lights.h"
-#include "schedule/PlayLists.h"
-#include "schedule/SlotActions.h"
 #include "schedule/page_Booking.h"
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QTabWidget>
 #include <QVBoxLayout>
-
-#include <algorithm>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -33,22 +27,16 @@ constexpr int headerHeight = 56;
 constexpr int clockMilliseconds = 1000;
 constexpr int eveningHour = 18;
 
-// The letter keys follow the top letter row from right to left, so that the fields lie under one hand.
-constexpr std::array fieldKeys{Qt::Key_P, Qt::Key_O, Qt::Key_I, Qt::Key_U, Qt::Key_Y,
-                               Qt::Key_T, Qt::Key_R, Qt::Key_E, Qt::Key_W};
-
 } // namespace
 
 frm_Main::frm_Main(Station &station, QWidget *parent)
-    : QMainWindow(parent),
-      m_station(station),
-      m_alertCaptions(std::size_t(std::max(0, station.settings.MaxFieldIndex + 1)))
+    : QMainWindow(parent), m_station(station), m_shownCounter(station.settings.ThisCounter)
 {
     setObjectName(u"frm_Main"_s);
     setWindowTitle(QApplication::applicationName());
-    m_pages = new QTabWidget;
-    m_pages->setObjectName(u"SSTab1"_s);
-    m_pages->setDocumentMode(true);
+    m_tabs = new QTabWidget;
+    m_tabs->setObjectName(u"SSTab1"_s);
+    m_tabs->setDocumentMode(true);
     addPages();
 
     auto *content = new QWidget;
@@ -56,7 +44,7 @@ frm_Main::frm_Main(Station &station, QWidget *parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(makeHeader());
-    layout->addWidget(m_pages, 1);
+    layout->addWidget(m_tabs, 1);
     setCentralWidget(content);
     connectPages();
 
@@ -85,58 +73,38 @@ QWidget *frm_Main::makeHeader()
     return m_topImage;
 }
 
-QWidget *frm_Main::laterPage(const QString &title, const QString &sentence, QLabel *time)
-{
-    auto *page = new QWidget;
-    auto *layout = new QVBoxLayout(page);
-    layout->setContentsMargins(24, 24, 24, 24);
-    if (time)
-        layout->addWidget(time, 0, Qt::AlignRight);
-    auto *heading = new QLabel(title);
-    QFont font = heading->font();
-    font.setPointSizeF(font.pointSizeF() * 1.6);
-    font.setBold(true);
-    heading->setFont(font);
-    layout->addWidget(heading);
-    layout->addWidget(new QLabel(sentence));
-    layout->addStretch(1);
-    return page;
-}
-
 void frm_Main::addPages()
 {
     m_booking = new page_Booking(m_station, m_clipboard);
+    m_counterPage = new page_Counter;
     m_lights = new page_Lights(m_station);
     m_waiting = new page_WaitingList(m_station, m_clipboard);
-    m_waitingPlan = new LayoutPlan;
-    m_waitingPlan->setObjectName(u"LayoutPlan3"_s);
-    m_waiting->setPlan(m_waitingPlan);
-    m_counterTime = new QLabel;
-    m_counterTime->setObjectName(u"txt_Time2"_s);
-    m_lightsTime = m_lights->findChild<QLabel *>(u"txt_Time3"_s);
+    addPage(m_booking, u"book"_s, u"Bookings"_s);
+    addPage(m_counterPage, u"items"_s, u"Counter"_s);
+    addPage(m_lights, u"light"_s, u"Lights"_s);
+    addPage(new page_Shifts, u"clock"_s, u"Shifts"_s);
+    addPage(m_waiting, u"add-entry"_s, u"Waiting list"_s);
+}
 
-    m_pages->addTab(m_booking, Look::icon(u"book"_s), u"Bookings"_s);
-    m_pages->addTab(laterPage(u"Counter"_s, u"Hours and goods will be paid here in a later version."_s, m_counterTime),
-                    Look::icon(u"items"_s), u"Counter"_s);
-    m_pages->addTab(m_lights, Look::icon(u"light"_s), u"Lights"_s);
-    m_pages->addTab(laterPage(u"Shifts"_s, u"Shifts will be ended and handed over here in a later version."_s),
-                    Look::icon(u"clock"_s), u"Shifts"_s);
-    m_pages->addTab(m_waiting, Look::icon(u"add-entry"_s), u"Waiting list"_s);
+void frm_Main::addPage(Page *page, const QString &icon, const QString &title)
+{
+    m_pages.push_back(page);
+    m_tabs->addTab(page, Look::icon(icon), title);
+}
+
+Page *frm_Main::shownPage() const
+{
+    return m_pages.at(std::size_t(m_tabs->currentIndex()));
 }
 
 void frm_Main::connectPages()
 {
-    connect(m_pages, &QTabWidget::currentChanged, this, &frm_Main::selectPage);
-    connect(m_booking, &page_Booking::dayRead, this, &frm_Main::refreshPlan);
-    connect(m_booking, &page_Booking::clipboardChanged, m_booking, &page_Booking::showClipboard);
-    connect(m_booking, &page_Booking::waitingEntryWanted, this, &frm_Main::takeWaitingEntry);
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this] { shownPage()->refresh(); });
     connect(m_booking, &page_Booking::waitingListTouched, m_waiting, &page_WaitingList::RefreshWaitList);
     connect(m_waiting, &page_WaitingList::clipboardChanged, m_booking, &page_Booking::showClipboard);
-    connect(m_waiting, &page_WaitingList::entryCut, this, [this] { m_pages->setCurrentIndex(BookingPage); });
-    connect(m_waitingPlan, &LayoutPlan::hovered, this, [this](const QString &text) { m_waitingPointer = text; });
-    connect(m_waitingPlan, &LayoutPlan::clicked, this,
-            [this] { setWaitingField(clickedField(m_waitingPointer, m_station.settings.MaxFieldIndex)); });
-    connect(m_lights, &page_Lights::lightsCommitted, this, &frm_Main::refreshPlan);
+    connect(m_waiting, &page_WaitingList::entryCut, this, [this] { m_tabs->setCurrentWidget(m_booking); });
+    connect(m_lights, &page_Lights::lightsCommitted, m_booking, &page_Booking::refreshPlan);
+    connect(m_counterPage, &page_Counter::logOutWanted, this, &frm_Main::logOut);
 }
 
 void frm_Main::load()
@@ -145,14 +113,11 @@ void frm_Main::load()
     m_booking->setDay(m_station.now().date());
     m_waiting->setDay(m_station.now().date());
     m_booking->RefreshViewInit();
-    m_booking->playLists().setCurrentIndex(1);
     // A picture that cannot be placed does not keep staff from the day.
     guarded(m_station.prompts, ErrorCode::LoadingForm, [this] { loadPictures(); });
     const bool loaded = guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
         loadSpecialGroups();
         SetCounterStaffShiftStatus(m_station.database, m_station.settings.ThisCounter, 0);
-        m_booking->plan().setSelectedField(0);
-        m_waitingPlan->setSelectedField(0);
         m_lights->resetSwitches();
         m_booking->RefreshView();
         m_waiting->RefreshWaitList();
@@ -169,15 +134,9 @@ void frm_Main::load()
 
 void frm_Main::loadPictures()
 {
-    const int maxField = m_station.settings.MaxFieldIndex;
-    const auto &displayNames = m_station.settings.FieldDisplayNames;
-    const std::vector<QString> names(displayNames.cbegin(), displayNames.cbegin() + maxField + 1);
     m_topImage->loadPicture(u"TopHeader"_s);
-    m_booking->plan().load(u"Layout"_s, u"HotSpot"_s, maxField);
-    m_booking->plan().setFieldNames(names);
-    m_booking->plan().addAlertLabels();
-    m_waitingPlan->load(u"WaitingList"_s, u"HotSpot2"_s, maxField);
-    m_waitingPlan->setFieldNames(names);
+    m_booking->loadPlan();
+    m_waiting->loadPlan();
 }
 
 void frm_Main::loadSpecialGroups()
@@ -189,48 +148,14 @@ void frm_Main::loadSpecialGroups()
 
 void frm_Main::showCounter()
 {
-    const int counter = m_station.settings.SelectedCounter;
-    m_counter->setText(u"Counter "_s + QString::number(counter) + u'\n' + GetCounterStaff(m_station.database, counter));
+    m_counter->setText(u"Counter "_s + QString::number(m_shownCounter) + u'\n' +
+                       GetCounterStaff(m_station.database, m_shownCounter));
 }
 
 void frm_Main::nextCounter()
 {
-    qint16 &shown = m_station.settings.SelectedCounter;
-    shown = shown < m_station.settings.CounterCount ? qint16(shown + 1) : qint16(1);
+    m_shownCounter = m_shownCounter < m_station.settings.CounterCount ? m_shownCounter + 1 : 1;
     guarded(m_station.prompts, ErrorCode::Database, [this] { showCounter(); });
-}
-
-void frm_Main::selectPage(int page)
-{
-    if (page == LightsPage)
-        guarded(m_station.prompts, ErrorCode::Database, [this] { m_lights->refresh(); });
-    else if (page == WaitingPage)
-        m_waiting->RefreshWaitList();
-}
-
-void frm_Main::setWaitingField(int field)
-{
-    if (field < 0)
-        return;
-    m_waitingPlan->setSelectedField(field);
-    m_waiting->selectField(field);
-}
-
-void frm_Main::takeWaitingEntry(const QString &id)
-{
-    guarded(m_station.prompts, ErrorCode::Database, [&] { cutWaitingEntry(m_station, m_clipboard, id); });
-    m_booking->showClipboard();
-}
-
-void frm_Main::refreshPlan()
-{
-    m_planMinute = m_station.now().time().minute();
-    try {
-        m_booking->plan().setFieldStatus(
-            readPlanStatus(m_station.database, m_station.now(), m_station.hours(), m_station.settings.MaxFieldIndex));
-    } catch (const DbError &) {
-        m_booking->plan().setFieldStatus({}); // the plan says nothing rather than something old
-    }
 }
 
 void frm_Main::tick()
@@ -239,44 +164,9 @@ void frm_Main::tick()
     if (m_ticking)
         return;
     const QScopedValueRollback ticking(m_ticking, true);
-    const QDateTime now = m_station.now();
-    m_station.timeText = clockText(now);
-    m_counterTime->setText(m_station.timeText);
-    if (m_lightsTime)
-        m_lightsTime->setText(m_station.timeText);
-    m_booking->tick(m_station.timeText);
-    const AlertClock::Tick due = m_alertClock.tick(now.time());
-    if (due.refresh)
-        refreshAlerts();
-    if (due.clear)
-        std::fill(m_alertCaptions.begin(), m_alertCaptions.end(), QString());
-    showAlerts(due.lit);
-    if (m_planMinute >= 0 && m_planMinute != now.time().minute())
-        refreshPlan();
-}
-
-void frm_Main::refreshAlerts()
-{
-    // While a window is open over this one, an error is told by the page alone: no second window is stacked on it.
-    if (QApplication::activeModalWidget()) {
-        try {
-            RefreshAlert(m_station, m_alertCaptions);
-        } catch (const DbError &) {
-            // The page tells of it.
-        }
-        m_booking->afterOperation(false);
-        return;
-    }
-    guarded(m_station.prompts, ErrorCode::Database, [this] {
-        RefreshAlert(m_station, m_alertCaptions);
-        m_booking->RefreshView();
-    });
-}
-
-void frm_Main::showAlerts(bool lit)
-{
-    m_booking->plan().setAlertCaptions(m_alertCaptions);
-    m_booking->plan().setAlertsLit(lit);
+    const QString timeText = m_station.readClock();
+    for (Page *page : m_pages)
+        page->showTime(timeText);
 }
 
 bool frm_Main::eventFilter(QObject *watched, QEvent *event)
@@ -291,38 +181,12 @@ bool frm_Main::eventFilter(QObject *watched, QEvent *event)
 
 bool frm_Main::handleKey(const QKeyEvent &key)
 {
-    const int page = m_pages->currentIndex();
     const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
     if (key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F16 && modifiers != Qt::AltModifier) {
-        m_pages->setCurrentIndex(CounterPage);
+        m_tabs->setCurrentWidget(m_counterPage);
         return true;
     }
-    if (page == CounterPage && key.key() == Qt::Key_F && modifiers == Qt::AltModifier) {
-        logOut();
-        return true;
-    }
-    if (page != BookingPage)
-        return false;
-    if (modifiers == Qt::ControlModifier && key.key() == Qt::Key_C) {
-        m_booking->actions().copy();
-        return true;
-    }
-    if (modifiers == Qt::ControlModifier && key.key() == Qt::Key_V) {
-        m_booking->actions().paste();
-        return true;
-    }
-    return modifiers == Qt::NoModifier && handleFieldKey(key.key());
-}
-
-bool frm_Main::handleFieldKey(int key)
-{
-    const auto found = std::find(fieldKeys.cbegin(), fieldKeys.cend(), key);
-    if (found == fieldKeys.cend())
-        return false;
-    const int field = int(found - fieldKeys.cbegin());
-    if (field <= m_station.settings.MaxFieldIndex)
-        m_booking->pressField(field);
-    return true;
+    return shownPage()->takeKey(key);
 }
 
 void frm_Main::logOut()

@@ -2,18 +2,19 @@
 
 #include "app/Station.h"
 #include "booking/BookingClipboard.h"
-#include "plan/Alerts.h"
 
 #include <QMainWindow>
 #include <QTimer>
 
-class LayoutPlan;
+#include <vector>
+
+class Page;
 class PlacedPicture;
 class QKeyEvent;
-class QLabel;
 class QPushButton;
 class QTabWidget;
 class page_Booking;
+class page_Counter;
 class page_Lights;
 class page_WaitingList;
 
@@ -38,46 +39,33 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    enum Page { BookingPage, CounterPage, LightsPage, ShiftsPage, WaitingPage };
-
     QWidget *makeHeader();
     void addPages();
-    static QWidget *laterPage(const QString &title, const QString &sentence, QLabel *time = nullptr);
+    void addPage(Page *page, const QString &icon, const QString &title);
     void connectPages();
     void loadPictures();
     void loadSpecialGroups();
     void showCounter();
     void nextCounter();
-    void selectPage(int page);
-    void setWaitingField(int field);
-    void takeWaitingEntry(const QString &id);
-    void refreshPlan();
+    [[nodiscard]] Page *shownPage() const;
 
     void tick();
-    void refreshAlerts();
-    void showAlerts(bool lit);
-
     bool handleKey(const QKeyEvent &key);
-    bool handleFieldKey(int key);
     void logOut();
 
     Station &m_station;
     BookingClipboard m_clipboard;
-    AlertClock m_alertClock;
-    std::vector<QString> m_alertCaptions;
+    int m_shownCounter; ///< whose staff lbl_Counter names
     QString m_shiftName;
     QTimer m_clock{this};
     bool m_ticking = false;
-    int m_planMinute = -1;
 
-    QTabWidget *m_pages = nullptr;
+    QTabWidget *m_tabs = nullptr;
+    std::vector<Page *> m_pages;
     PlacedPicture *m_topImage = nullptr;
     QPushButton *m_counter = nullptr;
     page_Booking *m_booking = nullptr;
+    page_Counter *m_counterPage = nullptr;
     page_Lights *m_lights = nullptr;
     page_WaitingList *m_waiting = nullptr;
-    LayoutPlan *m_waitingPlan = nullptr;
-    QString m_waitingPointer; ///< what the pointer is over on the waiting-area plan
-    QLabel *m_counterTime = nullptr;
-    QLabel *m_lightsTime = nullptr;
 };

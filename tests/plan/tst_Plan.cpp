@@ -87,15 +87,6 @@ private Q_SLOTS:
         QCOMPARE(spots.bounds(), QRectF(10, 0, 300, 60));
     }
 
-    void clickOnText()
-    {
-        QStringList fields;
-        for (const QString &text : {u"0"_s, u"8"_s, u"9"_s, u"X=3"_s, u"-1"_s, u""_s})
-            fields += QString::number(clickedField(text, 8));
-        QCOMPARE(fields.join(u' '), u"0 8 -1 -1 -1 -1"_s);
-        QCOMPARE(clickedField(u"0"_s, -1), -1);
-    }
-
     void alerts_data()
     {
         drawnRows(uR"(
