@@ -33,9 +33,9 @@ class Confirming : public Prompts
 {
 public:
     void refuse(const QString &text, const QString & /*title*/) override { fail(text); }
-    void inform(const QString &text) override { fail(text); }
-    bool confirm(const QString & /*question*/, const QString & /*title*/) override { return true; }
-    QString askText(const QString &question, int /*maxLength*/) override { return question; }
+    void inform(const QString &text, const QString & /*title*/) override { fail(text); }
+    Answer ask(const Question &question) override { return question.buttons.front(); }
+    QString askText(const QString &question, int /*maxLength*/, const QString & /*title*/) override { return question; }
     std::optional<Verification> verifyStaff() override { return Verification{staff, AccessLevel::Staff}; }
     void showError(const QString &message, const QString &description) override
     {

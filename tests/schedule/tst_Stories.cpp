@@ -437,6 +437,31 @@ private Q_SLOTS:
         play();
     }
 
+    void questions()
+    {
+        QtPrompts prompts;
+        const Question close{u"Close it?"_s, u"Till"_s, MessageIcon::Warning, {Answer::Ok, Answer::Cancel}, Answer::Ok};
+        const auto ask = [&](const Question &question, Answer wanted) {
+            expect(QString::number(int(wanted)), [&, question] { return QString::number(int(prompts.ask(question))); });
+        };
+        ask(close, Answer::Ok);
+        d->step(u"its face"_s, [] {
+            const auto *box = WindowDriver::control<QMessageBox>(u"frm_Message"_s);
+            QCOMPARE(box->windowTitle(), u"Till"_s);
+            QCOMPARE(box->icon(), QMessageBox::Warning);
+            QCOMPARE(box->standardButtons(), QMessageBox::Ok | QMessageBox::Cancel);
+        });
+        script(u"enter frm_Message"_s);
+        ask(close, Answer::Cancel);
+        d->pressKey(u"frm_Message"_s, Qt::Key_Escape);
+        ask({u"Delete?"_s, {}}, Answer::No);
+        script(u"enter frm_Message"_s);
+        ask({u"Delete?"_s, {}}, Answer::Yes);
+        d->answer(u"Delete?"_s, QMessageBox::Yes);
+        expect(u"12"_s, [&] { return prompts.askText(u"Number"_s, 9, u"Print Receipt"_s); });
+        play(u"see frm_AskText Print Receipt | type txt_Answer 12 | enter txt_Answer"_s);
+    }
+
     void tabReachesEverything()
     {
         start();
