@@ -3,6 +3,7 @@
 #include "app/Errors.h"
 #include "booking/BookerForm.h"
 #include "booking/SlotWords.h"
+#include "look/DialogFrame.h"
 
 #include <QPushButton>
 
@@ -20,9 +21,8 @@ frm_Booker::frm_Booker(Station &station, BookingClipboard &clipboard, Verificati
     setObjectName(u"frm_Booker"_s);
     setWindowTitle(u"Booking Field "_s + QString::number(m_selection.field) + u" from "_s +
                    m_selection.row(m_selection.selected.at(0)).hourRange);
-    QPushButton *ok =
-        m_form->fillWindow(*this, station.settings.fieldName(m_selection.field) + u", "_s + hoursInWords(m_selection),
-                           dayInWords(m_selection.day), u"&Book"_s);
+    const QString heading = station.settings.fieldName(m_selection.field) + u", "_s + hoursInWords(m_selection);
+    QPushButton *ok = frameDialog(*this, heading, dayInWords(m_selection.day), m_form, u"&Book"_s);
     connect(ok, &QPushButton::clicked, this, &frm_Booker::book);
 }
 

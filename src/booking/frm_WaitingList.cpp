@@ -4,6 +4,7 @@
 #include "booking/BookerForm.h"
 #include "booking/SlotWords.h"
 #include "booking/WaitingList.h"
+#include "look/DialogFrame.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -29,7 +30,7 @@ frm_WaitingList::frm_WaitingList(Station &station, const QString &staffName, con
     for (const QString &hour : wantedHours(station.hours()))
         m_time->addItem(hour);
     m_form->addTopRow(new QLabel(u"Wanted &hour"_s), m_time);
-    QPushButton *ok = m_form->fillWindow(*this, title, dayInWords(day), u"&Put on the list"_s);
+    QPushButton *ok = frameDialog(*this, title, dayInWords(day), m_form, u"&Put on the list"_s);
     connect(ok, &QPushButton::clicked, this, &frm_WaitingList::add);
 }
 

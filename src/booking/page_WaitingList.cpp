@@ -4,58 +4,21 @@
 #include "app/Formats.h"
 #include "booking/SlotWords.h"
 #include "booking/frm_WaitingList.h"
+#include "look/RowsTable.h"
 #include "look/WrappedLabel.h"
 #include "plan/LayoutPlan.h"
 
 #include <QBoxLayout>
 #include <QCalendarWidget>
-#include <QHeaderView>
 #include <QMenu>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
-#include <QStandardItemModel>
-#include <QTableView>
-#include <QTextDocument>
+#include <QStandardItem>
 
 #include <utility>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QStandardItem *cell(const QString &text)
-{
-    auto *item = new QStandardItem(text);
-    item->setEditable(false);
-    item->setToolTip(text.isEmpty() ? QString() : Qt::convertFromPlainText(text));
-    return item;
-}
-
-QTableView *makeTable(QStandardItemModel *model)
-{
-    auto *table = new QTableView;
-    table->setObjectName(u"ListView_Wait"_s);
-    table->setAccessibleName(u"Who waits for this field on this day"_s);
-    table->setModel(model);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setSelectionMode(QAbstractItemView::SingleSelection);
-    table->setContextMenuPolicy(Qt::CustomContextMenu);
-    table->setTabKeyNavigation(false);
-    table->setWordWrap(false);
-    table->verticalHeader()->hide();
-    QHeaderView *header = table->horizontalHeader();
-    header->setHighlightSections(false);
-    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    header->setSectionResizeMode(1, QHeaderView::Stretch);
-    const auto widthFor = [table](const QString &text) { return table->fontMetrics().horizontalAdvance(text) + 24; };
-    header->resizeSection(0, widthFor(u"000000"_s));
-    header->resizeSection(2, widthFor(u"+00 00000 000000"_s));
-    header->resizeSection(3, widthFor(u"0000-00-00 00:00:00"_s));
-    return table;
-}
-
-} // namespace
 
 page_WaitingList::page_WaitingList(Station &station, BookingClipboard &clipboard, QWidget *parent)
     : Page(parent), m_station(station), m_clipboard(clipboard), m_day(sqlDate(station.now().date()))
@@ -107,9 +70,10 @@ QWidget *page_WaitingList::makeList()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
     m_heading = wrappedLabel(u"lbl_WaitHeading"_s, {}, 1.2);
-    m_model = new QStandardItemModel(0, 4, this);
-    m_model->setHorizontalHeaderLabels({u"Entry"_s, u"Name"_s, u"Telephone"_s, u"Wanted slot"_s});
-    m_list = makeTable(m_model);
+    m_list = new RowsTable(u"ListView_Wait"_s, u"Who waits for this field on this day"_s,
+                           {u"Entry"_s, u"Name"_s, u"Telephone"_s, u"Wanted slot"_s});
+    m_list->fitColumns({u"000000"_s, QString(), u"+00 00000 000000"_s, u"0000-00-00 00:00:00"_s});
+    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     m_empty = wrappedLabel(u"lbl_WaitEmpty"_s, {});
     m_empty->setAlignment(Qt::AlignCenter);
     m_listOrEmpty = new QStackedWidget;
@@ -118,7 +82,7 @@ QWidget *page_WaitingList::makeList()
     layout->addWidget(m_heading);
     layout->addWidget(m_listOrEmpty, 1);
     layout->addLayout(makeButtons());
-    connect(m_list, &QTableView::customContextMenuRequested, this, &page_WaitingList::showMenu);
+    connect(m_list, &RowsTable::customContextMenuRequested, this, &page_WaitingList::showMenu);
     return side;
 }
 
@@ -197,7 +161,7 @@ void page_WaitingList::RefreshWaitList()
         return;
     const QScopedValueRollback<bool> reading(m_reading, true);
     const QString selected = selectedId();
-    m_model->setRowCount(0);
+    m_list->clearRows();
     m_empty->setText(u"The waiting list could not be read."_s);
     m_listOrEmpty->setCurrentWidget(m_empty);
     guarded(m_station.prompts, ErrorCode::Database,
@@ -209,10 +173,9 @@ void page_WaitingList::showEntries(const std::vector<WaitingEntry> &entries, con
     m_empty->setText(u"Nobody is waiting for this field on this day."_s);
     m_listOrEmpty->setCurrentWidget(entries.empty() ? static_cast<QWidget *>(m_empty) : m_list);
     for (const WaitingEntry &entry : entries) {
-        m_model->appendRow(
-            {cell(entry.id), cell(entry.booker.name), cell(entry.booker.telephone), cell(entry.dateTimeText)});
+        const auto cells = m_list->addRow({entry.id, entry.booker.name, entry.booker.telephone, entry.dateTimeText});
         if (entry.id == selected)
-            m_list->selectRow(m_model->rowCount() - 1);
+            m_list->selectRow(cells.first()->row());
     }
 }
 

@@ -13,8 +13,7 @@ class QLabel;
 class QLayout;
 class QMenu;
 class QStackedWidget;
-class QStandardItemModel;
-class QTableView;
+class RowsTable;
 
 /// The page of the main window on which one day and field's waiting list is read, added to, deleted from and taken from
 /// for pasting.
@@ -72,7 +71,6 @@ private:
     QLabel *m_heading = nullptr;
     QLabel *m_empty = nullptr;
     QStackedWidget *m_listOrEmpty = nullptr;
-    QTableView *m_list = nullptr;
-    QStandardItemModel *m_model = nullptr;
+    RowsTable *m_list = nullptr;
     QMenu *m_menu = nullptr;
 };
