@@ -4,6 +4,7 @@
 #include "app/Formats.h"
 #include "booking/SlotWords.h"
 #include "booking/frm_WaitingList.h"
+#include "look/MenuEntry.h"
 #include "look/RowsTable.h"
 #include "look/WrappedLabel.h"
 #include "plan/LayoutPlan.h"
@@ -107,18 +108,11 @@ void page_WaitingList::makeMenu()
 {
     m_menu = new QMenu(this);
     m_menu->setObjectName(u"mnu_WaitList"_s);
-    const auto add = [this](const QString &objectName, const QString &text, const QKeySequence &key,
-                            void (page_WaitingList::*handler)()) {
-        QAction *action = m_menu->addAction(text);
-        action->setObjectName(objectName);
-        action->setShortcut(key);
-        action->setShortcutContext(Qt::WidgetShortcut);
-        m_list->addAction(action);
-        connect(action, &QAction::triggered, this, handler);
-    };
-    add(u"mnu_Cut"_s, u"&Take for pasting on the grid"_s, QKeySequence(QKeySequence::Cut), &page_WaitingList::cutEntry);
-    m_menu->addSeparator();
-    add(u"mnu_ClearEntry"_s, u"&Delete the entry…"_s, QKeySequence(Qt::Key_Delete), &page_WaitingList::clearEntry);
+    fillMenu(*m_menu,
+             {{u"mnu_Cut"_s, u"&Take for pasting on the grid"_s, {}, [this] { cutEntry(); }, QKeySequence::Cut},
+              {},
+              {u"mnu_ClearEntry"_s, u"&Delete the entry…"_s, {}, [this] { clearEntry(); }, Qt::Key_Delete}});
+    m_list->addActions(m_menu->actions());
 }
 
 void page_WaitingList::loadPlan()

@@ -2,7 +2,6 @@
 
 #include "app/Settings.h"
 #include "look/Look.h"
-#include "plan/Alerts.h"
 #include "plan/FieldPlate.h"
 
 #include <QHelpEvent>
@@ -60,21 +59,7 @@ void LayoutPlan::load(const QString &section, const QString &hotSpotSection, con
 
 void LayoutPlan::addAlertLabels()
 {
-    for (int field = 0; field < m_spots.count(); ++field) {
-        auto *const label = new QLabel(this);
-        label->setObjectName(u"lbl_Alert_"_s + QString::number(field));
-        label->setAccessibleName(u"Alert for "_s + fieldName(field));
-        label->setAttribute(Qt::WA_TransparentForMouseEvents);
-        QPalette colors = label->palette();
-        colors.setColor(QPalette::Window, Look::alert.background);
-        colors.setColor(QPalette::WindowText, Look::alert.text);
-        label->setPalette(colors);
-        label->setAutoFillBackground(true);
-        label->setFrameStyle(int(QFrame::Box) | int(QFrame::Plain));
-        label->setAlignment(Qt::AlignCenter);
-        label->hide();
-        m_alerts.push_back(label);
-    }
+    m_alerts.make(this, m_names);
     placeAlertLabels();
 }
 
@@ -95,21 +80,13 @@ void LayoutPlan::setFieldStatus(std::vector<FieldStatus> status)
 
 void LayoutPlan::setAlertCaptions(const std::vector<QString> &captions)
 {
-    bool changed = false;
-    for (std::size_t field = 0; field < std::min(captions.size(), m_alerts.size()); ++field) {
-        changed = changed || m_alerts[field]->text() != captions[field];
-        m_alerts[field]->setText(captions[field]);
-    }
-    setAlertsLit(m_alertsLit);
-    if (changed)
+    if (m_alerts.setCaptions(captions))
         describe();
 }
 
 void LayoutPlan::setAlertsLit(bool lit)
 {
-    m_alertsLit = lit;
-    for (QLabel *const label : m_alerts)
-        label->setVisible(lit && label->text() == alertCaption);
+    m_alerts.setLit(lit);
 }
 
 QRectF LayoutPlan::fieldRect(int field) const
@@ -151,14 +128,9 @@ QString LayoutPlan::fieldSentence(int field) const
         if (!status.lightText().isEmpty())
             sentence += u". "_s + status.lightText();
     }
-    if (hasAlert(field))
+    if (m_alerts.says(field))
         sentence += u". The players change at the hour."_s;
     return sentence;
-}
-
-bool LayoutPlan::hasAlert(int field) const
-{
-    return std::size_t(field) < m_alerts.size() && m_alerts[std::size_t(field)]->text() == alertCaption;
 }
 
 void LayoutPlan::describe()
@@ -249,29 +221,13 @@ bool LayoutPlan::isCompact() const
     return canvasScale() < ownLetteringScale || !hasPicture();
 }
 
-// At the right of its field, where the plate is not; labels of fields that are not on the plan stand along its lower
-// edge.
+// At the right of its field, where the plate is not.
 void LayoutPlan::placeAlertLabels()
 {
-    QPointF loose(margin, 0);
-    for (std::size_t field = 0; field < m_alerts.size(); ++field) {
-        QLabel *const label = m_alerts[field];
-        const QRectF place = fieldRect(int(field)).adjusted(margin, margin, -margin, -margin);
-        QFont letters = font();
-        letters.setBold(true);
-        letters.setPixelSize(std::clamp(int(place.height() / 3), 9, QFontInfo(font()).pixelSize()));
-        label->setFont(letters);
-        const QFontMetrics metrics(letters);
-        const QSize size(metrics.horizontalAdvance(alertCaption) + 10, metrics.height() + 2);
-        label->resize(size);
-        if (fieldRect(int(field)).isEmpty()) {
-            label->move(int(loose.x()), height() - size.height() - int(margin));
-            loose.rx() += size.width() + margin;
-        } else {
-            label->move(int(place.right()) - size.width(),
-                        isCompact() ? int(place.bottom()) - size.height() + 1 : int(place.top()));
-        }
-    }
+    std::vector<QRectF> rooms;
+    for (std::size_t field = 0; field < m_names.size(); ++field)
+        rooms.push_back(fieldRect(int(field)));
+    m_alerts.place(rooms, font(), isCompact(), height());
 }
 
 void LayoutPlan::paintEvent(QPaintEvent *event)
@@ -341,9 +297,9 @@ void LayoutPlan::paintStatus(QPainter &painter, int field) const
 QRectF LayoutPlan::plateRoom(int field) const
 {
     QRectF room = fieldRect(field).adjusted(margin, margin, -margin, -margin);
-    if (!hasAlert(field))
+    if (!m_alerts.says(field))
         return room;
-    const QSize label = m_alerts[std::size_t(field)]->size();
+    const QSize label = m_alerts.size(field);
     if (room.height() < 2.5 * label.height())
         room.setRight(room.right() - label.width() - margin);
     else if (isCompact())

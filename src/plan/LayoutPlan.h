@@ -1,10 +1,9 @@
 #pragma once
 
+#include "plan/AlertLabels.h"
 #include "plan/HotSpots.h"
 #include "plan/PlacedPicture.h"
 #include "plan/PlanStatus.h"
-
-#include <QLabel>
 
 #include <vector>
 
@@ -56,7 +55,6 @@ private:
     [[nodiscard]] QPointF toPicture(QPointF position) const;
     [[nodiscard]] QString fieldName(int field) const;
     [[nodiscard]] QString fieldSentence(int field) const;
-    [[nodiscard]] bool hasAlert(int field) const;
     [[nodiscard]] bool isCompact() const;
     [[nodiscard]] QRectF plateRoom(int field) const;
     void pointAt(int field);
@@ -69,8 +67,7 @@ private:
     HotSpots m_spots;
     std::vector<QString> m_names; ///< for tips, screen readers, and a plan too small for its own lettering
     std::vector<FieldStatus> m_status;
-    std::vector<QLabel *> m_alerts;
+    AlertLabels m_alerts;
     int m_selected = -1;
     int m_pointed = -1;
-    bool m_alertsLit = false;
 };
