@@ -33,9 +33,9 @@ class Confirming : public Prompts
 {
 public:
     void refuse(const QString &text, const QString & /*title*/) override { fail(text); }
-    void inform(const QString &text) override { fail(text); }
-    bool confirm(const QString & /*question*/, const QString & /*title*/) override { return true; }
-    QString askText(const QString &question, int /*maxLength*/) override { return question; }
+    void inform(const QString &text, const QString & /*title*/) override { fail(text); }
+    Answer ask(const Question &question) override { return question.buttons.front(); }
+    QString askText(const QString &question, int /*maxLength*/, const QString & /*title*/) override { return question; }
     std::optional<Verification> verifyStaff(const QString & /*what*/) override
     {
         return Verification{staff, AccessLevel::Staff};
@@ -80,7 +80,7 @@ public:
           m_station(m_settings, m_prompts, &Benchmark::halfPastTwo)
     {
         m_station.CurrentStaff = staff;
-        m_station.timeText = clockText(halfPastTwo());
+        m_station.readClock();
     }
 
     /// All of "refresh", "operations" and "windows", or only the ones that are named.
@@ -183,8 +183,7 @@ private:
         BookingClipboard clipboard;
 
         m_bare.sendAll(booking);
-        DaySelection selection{
-            day, field, readDay(m_station, day, field).rows, {2}, 2};
+        DaySelection selection{day, field, readDay(m_station, day, field).rows, {2}, 2};
         require(copySlot(m_station, clipboard, selection), "The slot could not be copied");
         takeAwayBookings();
         selection.selected = {2, 3, 4};

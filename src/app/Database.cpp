@@ -288,14 +288,15 @@ void DbConnection::drop()
     m_database.drop();
 }
 
-QuietReads::QuietReads(Database &database) : m_database(database)
+QuietReads::QuietReads(Database &database)
+    : m_database(database), m_wasQuiet(database.m_wait.isQuiet()), m_endBefore(database.m_quietEnd)
 {
     m_database.m_wait.setQuiet(true);
-    m_database.m_quietEnd = QDeadlineTimer(quietMilliseconds);
+    m_database.m_quietEnd = m_database.deadline(quietMilliseconds);
 }
 
 QuietReads::~QuietReads()
 {
-    m_database.m_wait.setQuiet(false);
-    m_database.m_quietEnd = QDeadlineTimer(QDeadlineTimer::Forever);
+    m_database.m_wait.setQuiet(m_wasQuiet);
+    m_database.m_quietEnd = m_endBefore;
 }

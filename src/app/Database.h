@@ -98,4 +98,6 @@ public:
 
 private:
     Database &m_database;
+    bool m_wasQuiet;
+    QDeadlineTimer m_endBefore;
 };

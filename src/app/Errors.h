@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/DbError.h"
+#include "app/Database.h"
 #include "app/Prompts.h"
 
 #include <stdexcept>
@@ -38,6 +38,22 @@ bool guarded(Prompts &prompts, ErrorCode code, Action &&action)
         return false;
     } catch (...) {
         ShowError(prompts, code);
+        return false;
+    }
+}
+
+/// Runs an action that nobody asked for: quick to give up, and silent about a database that does not answer. True when
+/// it came through.
+template <typename Action>
+bool quietly(Database &database, Action &&action)
+{
+    const QuietReads quiet(database);
+    try {
+        std::forward<Action>(action)();
+        return true;
+    } catch (const DatabaseBusy &) {
+        return false;
+    } catch (const DbError &) {
         return false;
     }
 }

@@ -1,9 +1,9 @@
 #include "app/QtPrompts.h"
 
-#include "app/NoBackslash.h"
 #include "app/Station.h"
 #include "app/frm_ErrorDisplay.h"
 #include "app/frm_VerifyUser.h"
+#include "look/NoBackslash.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -11,6 +11,8 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -22,42 +24,77 @@ QWidget *windowInUse()
     return modal ? modal : QApplication::activeWindow();
 }
 
-// The button that was pressed; the harmless one is the default and what Escape stands for.
-QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, const QString &title, const QString &text,
-                                        QMessageBox::StandardButtons buttons, QMessageBox::StandardButton harmless)
+QMessageBox::Icon iconOf(MessageIcon icon)
 {
-    QMessageBox box(icon, title.isEmpty() ? QCoreApplication::applicationName() : title, text, buttons, windowInUse());
-    box.setObjectName(u"frm_Message"_s);
-    box.setTextFormat(Qt::PlainText);
-    box.setDefaultButton(harmless);
-    box.setEscapeButton(harmless);
-    box.layout()->setContentsMargins(24, 24, 24, 16);
-    return static_cast<QMessageBox::StandardButton>(box.exec());
+    switch (icon) {
+    case MessageIcon::None:
+        break;
+    case MessageIcon::Information:
+        return QMessageBox::Information;
+    case MessageIcon::Question:
+        return QMessageBox::Question;
+    case MessageIcon::Warning:
+        return QMessageBox::Warning;
+    case MessageIcon::Critical:
+        return QMessageBox::Critical;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButton buttonOf(Answer answer)
+{
+    switch (answer) {
+    case Answer::Ok:
+        break;
+    case Answer::Cancel:
+        return QMessageBox::Cancel;
+    case Answer::Yes:
+        return QMessageBox::Yes;
+    case Answer::No:
+        return QMessageBox::No;
+    }
+    return QMessageBox::Ok;
+}
+
+QString titleOf(const QString &title)
+{
+    return title.isEmpty() ? QCoreApplication::applicationName() : title;
 }
 
 } // namespace
 
+Answer QtPrompts::ask(const Question &question)
+{
+    QMessageBox box(iconOf(question.icon), titleOf(question.title), question.text, QMessageBox::NoButton,
+                    windowInUse());
+    box.setObjectName(u"frm_Message"_s);
+    box.setTextFormat(Qt::PlainText);
+    for (const Answer answer : question.buttons)
+        box.addButton(buttonOf(answer));
+    box.setDefaultButton(buttonOf(question.defaultButton));
+    box.setEscapeButton(buttonOf(question.closed()));
+    box.layout()->setContentsMargins(24, 24, 24, 16);
+    const int pressed = box.exec();
+    const auto found = std::find_if(question.buttons.begin(), question.buttons.end(),
+                                    [pressed](Answer answer) { return buttonOf(answer) == pressed; });
+    return found != question.buttons.end() ? *found : question.closed();
+}
+
 void QtPrompts::refuse(const QString &text, const QString &title)
 {
-    showMessage(QMessageBox::Critical, title, text, QMessageBox::Ok, QMessageBox::Ok);
+    ask({text, title, MessageIcon::Critical, {Answer::Ok}, Answer::Ok});
 }
 
-void QtPrompts::inform(const QString &text)
+void QtPrompts::inform(const QString &text, const QString &title)
 {
-    showMessage(QMessageBox::Information, {}, text, QMessageBox::Ok, QMessageBox::Ok);
+    ask({text, title, MessageIcon::Information, {Answer::Ok}, Answer::Ok});
 }
 
-bool QtPrompts::confirm(const QString &question, const QString &title)
-{
-    return showMessage(QMessageBox::Question, title, question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
-           QMessageBox::Yes;
-}
-
-QString QtPrompts::askText(const QString &question, int maxLength)
+QString QtPrompts::askText(const QString &question, int maxLength, const QString &title)
 {
     QDialog dialog(windowInUse());
     dialog.setObjectName(u"frm_AskText"_s);
-    dialog.setWindowTitle(QCoreApplication::applicationName());
+    dialog.setWindowTitle(titleOf(title));
 
     auto *label = new QLabel(question);
     label->setTextFormat(Qt::PlainText);

@@ -14,9 +14,9 @@ public:
     void setStation(Station &station) { m_station = &station; }
 
     void refuse(const QString &text, const QString &title = {}) override;
-    void inform(const QString &text) override;
-    bool confirm(const QString &question, const QString &title) override;
-    QString askText(const QString &question, int maxLength) override;
+    void inform(const QString &text, const QString &title = {}) override;
+    Answer ask(const Question &question) override;
+    QString askText(const QString &question, int maxLength, const QString &title = {}) override;
     std::optional<Verification> verifyStaff(const QString &what) override;
     void showError(const QString &message, const QString &description) override;
 

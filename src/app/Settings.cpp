@@ -165,6 +165,16 @@ bool WriteSetting(const QString &section, const QString &key, const QString &val
 
 #endif
 
+QString AppSettings::fieldName(int field) const
+{
+    for (const auto *names : {&FieldDisplayNames, &FieldNames}) {
+        const QString name = names->at(std::size_t(field));
+        if (!name.isEmpty())
+            return name;
+    }
+    return u"Field "_s + QString::number(field + 1);
+}
+
 AppSettings loadStartupValues()
 {
     AppSettings settings;
@@ -174,7 +184,6 @@ AppSettings loadStartupValues()
     const qint16 counters = optionalNumber(u"counters"_s, mostInt16);
     settings.CounterCount = counters;
     settings.ThisCounter = optionalNumber(u"counter"_s, counters, u", the number of counters (key \"counters\")"_s);
-    settings.SelectedCounter = settings.ThisCounter;
     return settings;
 }
 

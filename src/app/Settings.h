@@ -36,8 +36,10 @@ struct AppSettings
     qint16 CourtTypeIndex = 0;
     qint16 ThisCounter = 1;
     int CounterCount = 1;
-    qint16 SelectedCounter = 1;
     qint16 SpecialGroupLimit = 5;
+
+    // How staff call a field: its display name, else its name, else "Field n" counted from 1.
+    [[nodiscard]] QString fieldName(int field) const;
 };
 
 // The file's text, at most 254 bytes. A missing or empty one is the default, which goes into the file unless it is

@@ -2,6 +2,7 @@
 
 #include "app/BusinessDay.h"
 #include "app/Database.h"
+#include "app/Formats.h"
 #include "app/Prompts.h"
 #include "app/Settings.h"
 #include "app/SharedFields.h"
@@ -27,6 +28,9 @@ struct Station
 
     /// Wall-clock time; its zone plays no part anywhere.
     [[nodiscard]] QDateTime now() const { return clock(); }
+
+    /// Moves timeText to the present moment and gives it.
+    const QString &readClock() { return timeText = clockText(now()); }
 
     AppSettings settings;
     SharedFields shared;

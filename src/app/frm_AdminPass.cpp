@@ -1,8 +1,8 @@
 #include "app/frm_AdminPass.h"
 
 #include "app/FieldLengths.h"
-#include "app/NoBackslash.h"
 #include "app/Staff.h"
+#include "look/NoBackslash.h"
 #include "ui_frm_AdminPass.h"
 
 #include <QKeyEvent>

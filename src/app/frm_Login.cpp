@@ -2,10 +2,10 @@
 
 #include "app/Errors.h"
 #include "app/FieldLengths.h"
-#include "app/NoBackslash.h"
 #include "app/PictureFile.h"
 #include "app/Staff.h"
 #include "look/Look.h"
+#include "look/NoBackslash.h"
 #include "ui_frm_Login.h"
 
 #include <QImageReader>

@@ -2,8 +2,8 @@
 
 #include "app/Errors.h"
 #include "app/FieldLengths.h"
-#include "app/NoBackslash.h"
 #include "app/Staff.h"
+#include "look/NoBackslash.h"
 #include "ui_frm_VerifyUser.h"
 
 #include <QKeyEvent>

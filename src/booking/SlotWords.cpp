@@ -22,7 +22,7 @@ QString taskInWords(const QString &task, const AppSettings &settings, const DayS
 
 QString taskInWords(const QString &task, const AppSettings &settings, const SlotKey &slot)
 {
-    return task + u' ' + settings.FieldDisplayNames.at(std::size_t(slot.field)) + u", "_s + slot.hourText;
+    return task + u' ' + settings.fieldName(slot.field) + u", "_s + slot.hourText;
 }
 
 QString hoursInWords(const DaySelection &selection)
@@ -42,6 +42,5 @@ QString hoursInWords(const DaySelection &selection)
 
 QString slotInWords(const Station &station, const SlotKey &slot)
 {
-    return station.settings.FieldDisplayNames.at(std::size_t(slot.field)) + u", "_s + dayInWords(slot.day) + u", "_s +
-           slot.hourText;
+    return station.settings.fieldName(slot.field) + u", "_s + dayInWords(slot.day) + u", "_s + slot.hourText;
 }

@@ -2,13 +2,13 @@
 
 #include "booking/SlotWords.h"
 #include "look/Look.h"
+#include "look/RowsTable.h"
 #include "look/WrappedLabel.h"
 
 #include <QBoxLayout>
 #include <QHeaderView>
 #include <QPushButton>
-#include <QStandardItemModel>
-#include <QTableView>
+#include <QStandardItem>
 
 #include <algorithm>
 
@@ -29,30 +29,19 @@ QString countsText(const std::vector<BlockBookingHour> &results, std::size_t pla
     return tried < all ? counts + u", "_s + QString::number(all - tried) + u" not finished"_s : counts;
 }
 
-void appendHour(QStandardItemModel *model, const BlockBookingHour &hour)
+void addHour(RowsTable &table, const BlockBookingHour &hour)
 {
     const bool booked = hour.outcome == BookingOutcome::Booked;
     const Look::Tone tone = booked ? Look::free : Look::alert;
-    QList<QStandardItem *> cells{new QStandardItem(dayInWords(hour.date)),
-                                 new QStandardItem(hourRangeText(QStringView(hour.hour).left(2).toInt())),
-                                 new QStandardItem(booked ? u"Booked"_s : refusalText(hour.outcome))};
+    const auto cells = table.addRow({dayInWords(hour.date), hourRangeText(QStringView(hour.hour).left(2).toInt()),
+                                     booked ? u"Booked"_s : refusalText(hour.outcome)});
     for (QStandardItem *cell : cells) {
-        cell->setEditable(false);
         QFont font = cell->font();
         font.setBold(!booked);
         cell->setFont(font);
     }
     cells.last()->setBackground(tone.background);
     cells.last()->setForeground(tone.text);
-    model->appendRow(cells);
-}
-
-int columnsWidth(const QTableView *table)
-{
-    int width = 0;
-    for (int column = 0; column < table->model()->columnCount(); ++column)
-        width += static_cast<const QAbstractItemView *>(table)->sizeHintForColumn(column);
-    return width;
 }
 
 } // namespace
@@ -63,7 +52,7 @@ frm_BlockBookingResult::frm_BlockBookingResult(const std::vector<BlockBookingHou
 {
     setObjectName(u"frm_BlockBookingResult"_s);
     setWindowTitle(u"Block booking"_s);
-    QTableView *table = makeTable(results);
+    RowsTable *table = makeTable(results);
     auto *close = new QPushButton(u"&Close"_s);
     close->setObjectName(u"btn_Close"_s);
     close->setDefault(true);
@@ -79,26 +68,16 @@ frm_BlockBookingResult::frm_BlockBookingResult(const std::vector<BlockBookingHou
     layout->addSpacing(8);
     layout->addWidget(close, 0, Qt::AlignRight);
     close->setFocus();
-    resize(qMax(480, columnsWidth(table) + 112), qMin(560, table->verticalHeader()->length() + 208));
+    resize(qMax(480, table->widthOfCells() + 112), qMin(560, table->verticalHeader()->length() + 208));
 }
 
-QTableView *frm_BlockBookingResult::makeTable(const std::vector<BlockBookingHour> &results)
+RowsTable *frm_BlockBookingResult::makeTable(const std::vector<BlockBookingHour> &results)
 {
-    auto *table = new QTableView;
-    auto *model = new QStandardItemModel(0, 3, table);
-    model->setHorizontalHeaderLabels({u"Date"_s, u"Hour"_s, u"Outcome"_s});
+    auto *table =
+        new RowsTable(u"ListView_BlockBooking"_s, u"What became of each hour"_s, {u"Date"_s, u"Hour"_s, u"Outcome"_s});
     for (const BlockBookingHour &hour : results)
-        appendHour(model, hour);
-    table->setObjectName(u"ListView_BlockBooking"_s);
-    table->setAccessibleName(u"What became of each hour"_s);
-    table->setModel(model);
+        addHour(*table, hour);
     table->setSelectionMode(QAbstractItemView::NoSelection);
-    table->setTabKeyNavigation(false);
-    table->verticalHeader()->hide();
-    QHeaderView *header = table->horizontalHeader();
-    header->setHighlightSections(false);
-    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    header->setSectionResizeMode(QHeaderView::ResizeToContents);
-    header->setStretchLastSection(true);
+    table->fitColumns(2);
     return table;
 }

@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-class QTableView;
+class RowsTable;
 
 /// What became of each hour of a block booking, in one table with its counts above.
 class frm_BlockBookingResult : public QDialog
@@ -18,5 +18,5 @@ public:
                            QWidget *parent = nullptr);
 
 private:
-    static QTableView *makeTable(const std::vector<BlockBookingHour> &results);
+    static RowsTable *makeTable(const std::vector<BlockBookingHour> &results);
 };

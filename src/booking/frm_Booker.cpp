@@ -3,13 +3,13 @@
 #include "app/Errors.h"
 #include "booking/BookerForm.h"
 #include "booking/SlotWords.h"
+#include "look/DialogFrame.h"
 
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
-frm_Booker::frm_Booker(Station &station, Verification staff, DaySelection selection, const QString &fieldName,
-                       QWidget *parent)
+frm_Booker::frm_Booker(Station &station, Verification staff, DaySelection selection, QWidget *parent)
     : QDialog(parent),
       m_station(station),
       m_staff(std::move(staff)),
@@ -19,9 +19,10 @@ frm_Booker::frm_Booker(Station &station, Verification staff, DaySelection select
     setObjectName(u"frm_Booker"_s);
     setWindowTitle(u"Booking Field "_s + QString::number(m_selection.field + 1) + u" from "_s +
                    m_selection.row(m_selection.selected.at(0)).hourRange);
-    QPushButton *ok = m_form->fillWindow(*this, fieldName + u", "_s + hoursInWords(m_selection),
-                                         dayInWords(m_selection.day), u"&Book"_s);
+    const QString heading = station.settings.fieldName(m_selection.field) + u", "_s + hoursInWords(m_selection);
+    QPushButton *ok = frameDialog(*this, heading, dayInWords(m_selection.day), m_form, u"&Book"_s);
     connect(ok, &QPushButton::clicked, this, &frm_Booker::book);
+    connect(m_form, &BookerForm::completed, ok, &QPushButton::click);
 }
 
 void frm_Booker::book()

@@ -12,9 +12,8 @@ class frm_Booker : public QDialog
     Q_OBJECT
 
 public:
-    /// fieldName is how the centre calls the field. At least one row of the selection is selected.
-    frm_Booker(Station &station, Verification staff, DaySelection selection, const QString &fieldName,
-               QWidget *parent = nullptr);
+    /// At least one row of the selection is selected.
+    frm_Booker(Station &station, Verification staff, DaySelection selection, QWidget *parent = nullptr);
 
 signals:
     /// The booking ended in an error that staff have seen; some hours may be booked.

@@ -4,6 +4,7 @@
 #include "booking/BookerForm.h"
 #include "booking/SlotWords.h"
 #include "booking/WaitingList.h"
+#include "look/DialogFrame.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -12,7 +13,7 @@
 using namespace Qt::StringLiterals;
 
 frm_WaitingList::frm_WaitingList(Station &station, const QString &staffName, const QString &day, int field,
-                                 const QString &fieldName, QWidget *parent)
+                                 QWidget *parent)
     : QDialog(parent),
       m_station(station),
       m_staffName(staffName),
@@ -22,15 +23,16 @@ frm_WaitingList::frm_WaitingList(Station &station, const QString &staffName, con
       m_form(new BookerForm(station, this))
 {
     setObjectName(u"frm_WaitingList"_s);
-    setWindowTitle(u"Waiting list of "_s + fieldName);
+    const QString title = u"Waiting list of "_s + station.settings.fieldName(field);
+    setWindowTitle(title);
     m_time->setObjectName(u"cbo_Time"_s);
     m_time->setAccessibleName(u"Wanted hour"_s);
     for (const QString &hour : wantedHours(station.hours()))
         m_time->addItem(hour);
     m_form->addTopRow(new QLabel(u"Wanted &hour"_s), m_time);
-    QPushButton *ok =
-        m_form->fillWindow(*this, u"Waiting list of "_s + fieldName, dayInWords(day), u"&Put on the list"_s);
+    QPushButton *ok = frameDialog(*this, title, dayInWords(day), m_form, u"&Put on the list"_s);
     connect(ok, &QPushButton::clicked, this, &frm_WaitingList::add);
+    connect(m_form, &BookerForm::completed, ok, &QPushButton::click);
 }
 
 void frm_WaitingList::setWantedHour(const QString &hourText)

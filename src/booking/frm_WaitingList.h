@@ -14,8 +14,8 @@ class frm_WaitingList : public QDialog
     Q_OBJECT
 
 public:
-    /// day "yyyy-mm-dd"; fieldName is how the centre calls the field.
-    frm_WaitingList(Station &station, const QString &staffName, const QString &day, int field, const QString &fieldName,
+    /// day "yyyy-mm-dd"
+    frm_WaitingList(Station &station, const QString &staffName, const QString &day, int field,
                     QWidget *parent = nullptr);
 
     /// Chooses the wanted hour "hh:mm" or "hh:mm:ss" beforehand; an hour that is not offered changes nothing.

@@ -5,65 +5,23 @@
 #include "booking/SlotWords.h"
 #include "booking/frm_WaitingList.h"
 #include "look/Look.h"
+#include "look/MenuEntry.h"
+#include "look/RowsTable.h"
 #include "look/WrappedLabel.h"
+#include "plan/LayoutPlan.h"
 
 #include <QBoxLayout>
 #include <QCalendarWidget>
-#include <QHeaderView>
 #include <QMenu>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
-#include <QStandardItemModel>
-#include <QTableView>
-#include <QTextDocument>
+#include <QStandardItem>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString fieldName(const AppSettings &settings, int field)
-{
-    const auto index = std::size_t(field);
-    const QString shown = settings.FieldDisplayNames.at(index);
-    return shown.isEmpty() ? settings.FieldNames.at(index) : shown;
-}
-
-QStandardItem *cell(const QString &text)
-{
-    auto *item = new QStandardItem(text);
-    item->setEditable(false);
-    item->setToolTip(text.isEmpty() ? QString() : Qt::convertFromPlainText(text));
-    return item;
-}
-
-QTableView *makeTable(QStandardItemModel *model)
-{
-    auto *table = new QTableView;
-    table->setObjectName(u"ListView_Wait"_s);
-    table->setAccessibleName(u"Who waits for this field on this day"_s);
-    table->setModel(model);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setSelectionMode(QAbstractItemView::SingleSelection);
-    table->setContextMenuPolicy(Qt::CustomContextMenu);
-    table->setTabKeyNavigation(false);
-    table->setWordWrap(false);
-    table->verticalHeader()->hide();
-    QHeaderView *header = table->horizontalHeader();
-    header->setHighlightSections(false);
-    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    header->setSectionResizeMode(1, QHeaderView::Stretch);
-    const auto widthFor = [table](const QString &text) { return table->fontMetrics().horizontalAdvance(text) + 24; };
-    header->resizeSection(0, widthFor(u"000000"_s));
-    header->resizeSection(2, widthFor(u"+00 00000 000000"_s));
-    header->resizeSection(3, widthFor(u"0000-00-00 00:00:00"_s));
-    return table;
-}
-
-} // namespace
-
 page_WaitingList::page_WaitingList(Station &station, BookingClipboard &clipboard, QWidget *parent)
-    : QWidget(parent), m_station(station), m_clipboard(clipboard), m_day(sqlDate(station.now().date()))
+    : Page(parent), m_station(station), m_clipboard(clipboard), m_day(sqlDate(station.now().date()))
 {
     setObjectName(u"page_WaitingList"_s);
     auto *layout = new QHBoxLayout(this);
@@ -89,8 +47,11 @@ QWidget *page_WaitingList::makeDayAndPlan()
     Look::applyTo(*m_calendar);
     m_calendar->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     layout->addWidget(m_calendar);
-    m_planPlace = new QVBoxLayout;
-    layout->addLayout(m_planPlace, 1);
+    m_plan = new LayoutPlan;
+    m_plan->setObjectName(u"LayoutPlan3"_s);
+    m_plan->setSelectedField(m_field);
+    layout->addWidget(m_plan, 1);
+    connect(m_plan, &LayoutPlan::clicked, this, &page_WaitingList::selectField);
     // A mouse click on another day tells both; the arrow keys tell the first, a click on the same day the second. One
     // reading answers both.
     m_dayClicked.setSingleShot(true);
@@ -107,9 +68,10 @@ QWidget *page_WaitingList::makeList()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
     m_heading = wrappedLabel(u"lbl_WaitHeading"_s, {}, 1.2);
-    m_model = new QStandardItemModel(0, 4, this);
-    m_model->setHorizontalHeaderLabels({u"Entry"_s, u"Name"_s, u"Telephone"_s, u"Wanted slot"_s});
-    m_list = makeTable(m_model);
+    m_list = new RowsTable(u"ListView_Wait"_s, u"Who waits for this field on this day"_s,
+                           {u"Entry"_s, u"Name"_s, u"Telephone"_s, u"Wanted slot"_s});
+    m_list->fitColumns({u"000000"_s, QString(), u"+00 00000 000000"_s, u"0000-00-00 00:00:00"_s});
+    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     m_empty = wrappedLabel(u"lbl_WaitEmpty"_s, {});
     m_empty->setAlignment(Qt::AlignCenter);
     m_listOrEmpty = new QStackedWidget;
@@ -118,7 +80,7 @@ QWidget *page_WaitingList::makeList()
     layout->addWidget(m_heading);
     layout->addWidget(m_listOrEmpty, 1);
     layout->addLayout(makeButtons());
-    connect(m_list, &QTableView::customContextMenuRequested, this, &page_WaitingList::showMenu);
+    connect(m_list, &RowsTable::customContextMenuRequested, this, &page_WaitingList::showMenu);
     return side;
 }
 
@@ -143,24 +105,16 @@ void page_WaitingList::makeMenu()
 {
     m_menu = new QMenu(this);
     m_menu->setObjectName(u"mnu_WaitList"_s);
-    const auto add = [this](const QString &objectName, const QString &text, const QKeySequence &key,
-                            void (page_WaitingList::*handler)()) {
-        QAction *action = m_menu->addAction(text);
-        action->setObjectName(objectName);
-        action->setShortcut(key);
-        action->setShortcutContext(Qt::WidgetShortcut);
-        m_list->addAction(action);
-        connect(action, &QAction::triggered, this, handler);
-    };
-    add(u"mnu_Cut"_s, u"&Take for pasting on the grid"_s, QKeySequence(QKeySequence::Cut), &page_WaitingList::cutEntry);
-    m_menu->addSeparator();
-    add(u"mnu_ClearEntry"_s, u"&Delete the entry…"_s, QKeySequence(Qt::Key_Delete), &page_WaitingList::clearEntry);
+    fillMenu(*m_menu,
+             {{u"mnu_Cut"_s, u"&Take for pasting on the grid"_s, {}, [this] { cutEntry(); }, QKeySequence::Cut},
+              {},
+              {u"mnu_ClearEntry"_s, u"&Delete the entry…"_s, {}, [this] { clearEntry(); }, Qt::Key_Delete}});
+    m_list->addActions(m_menu->actions());
 }
 
-void page_WaitingList::setPlan(QWidget *plan)
+void page_WaitingList::loadPlan()
 {
-    m_planPlace->addWidget(plan);
-    setTabOrder(m_calendar, plan);
+    m_plan->load(u"WaitingList"_s, u"HotSpot2"_s, m_station.settings);
 }
 
 void page_WaitingList::setDay(QDate day)
@@ -182,13 +136,14 @@ void page_WaitingList::selectField(int field)
     if (field < 0 || field > m_station.settings.MaxFieldIndex)
         return;
     m_field = field;
+    m_plan->setSelectedField(field);
     showHeading();
     RefreshWaitList();
 }
 
 void page_WaitingList::showHeading()
 {
-    m_heading->setText(u"Waiting for "_s + fieldName(m_station.settings, m_field) + u", "_s + dayInWords(m_day));
+    m_heading->setText(u"Waiting for "_s + m_station.settings.fieldName(m_field) + u", "_s + dayInWords(m_day));
 }
 
 void page_WaitingList::RefreshWaitList()
@@ -199,10 +154,24 @@ void page_WaitingList::RefreshWaitList()
     guarded(m_station.prompts, ErrorCode::Database, [this] { read(); });
 }
 
+// While another page is shown the list is not: it is read when it comes to the front.
+bool page_WaitingList::follow()
+{
+    if (!isVisible())
+        return true;
+    std::vector<WaitingEntry> entries;
+    if (!quietly(m_station.database, [&] { entries = readWaitingList(m_station.database, m_day, m_field); }))
+        return false;
+    const QString selected = selectedId();
+    m_list->clearRows();
+    showEntries(entries, selected);
+    return true;
+}
+
 void page_WaitingList::read()
 {
     const QString selected = selectedId();
-    m_model->setRowCount(0);
+    m_list->clearRows();
     m_empty->setText(u"The waiting list could not be read."_s);
     m_listOrEmpty->setCurrentWidget(m_empty);
     showEntries(readWaitingList(m_station.database, m_day, m_field), selected);
@@ -213,10 +182,9 @@ void page_WaitingList::showEntries(const std::vector<WaitingEntry> &entries, con
     m_empty->setText(u"Nobody is waiting for this field on this day."_s);
     m_listOrEmpty->setCurrentWidget(entries.empty() ? static_cast<QWidget *>(m_empty) : m_list);
     for (const WaitingEntry &entry : entries) {
-        m_model->appendRow(
-            {cell(entry.id), cell(entry.booker.name), cell(entry.booker.telephone), cell(entry.dateTimeText)});
+        const auto cells = m_list->addRow({entry.id, entry.booker.name, entry.booker.telephone, entry.dateTimeText});
         if (entry.id == selected)
-            m_list->selectRow(m_model->rowCount() - 1);
+            m_list->selectRow(cells.first()->row());
     }
 }
 
@@ -242,11 +210,10 @@ void page_WaitingList::addEntry()
     }
     guarded(m_station.prompts, ErrorCode::LoadingForm, [this] {
         const auto staff =
-            m_station.prompts.verifyStaff(u"Put on the waiting list of "_s + fieldName(m_station.settings, m_field));
+            m_station.prompts.verifyStaff(u"Put on the waiting list of "_s + m_station.settings.fieldName(m_field));
         if (!staff)
             return;
-        frm_WaitingList window(m_station, staff->staffName, m_day, m_field, fieldName(m_station.settings, m_field),
-                               this);
+        frm_WaitingList window(m_station, staff->staffName, m_day, m_field, this);
         if (window.exec() == QDialog::Accepted)
             RefreshWaitList();
     });

@@ -3,31 +3,30 @@
 #include "app/Station.h"
 #include "booking/BookingClipboard.h"
 #include "booking/WaitingList.h"
+#include "look/Page.h"
 
 #include <QDate>
 #include <QTimer>
-#include <QWidget>
 
-class QBoxLayout;
+class LayoutPlan;
 class QCalendarWidget;
 class QLabel;
 class QLayout;
 class QMenu;
 class QStackedWidget;
-class QStandardItemModel;
-class QTableView;
+class RowsTable;
 
 /// The page of the main window on which one day and field's waiting list is read, added to, deleted from and taken from
 /// for pasting.
-class page_WaitingList : public QWidget
+class page_WaitingList : public Page
 {
     Q_OBJECT
 
 public:
     page_WaitingList(Station &station, BookingClipboard &clipboard, QWidget *parent = nullptr);
 
-    /// Puts LayoutPlan3 into its place; its clicks belong to selectField().
-    void setPlan(QWidget *plan);
+    /// Reads the settings of the plan of the waiting area. Throws SettingError.
+    void loadPlan();
 
     /// "yyyy-mm-dd"
     [[nodiscard]] QString day() const { return m_day; }
@@ -36,13 +35,14 @@ public:
     void setDay(QDate day);
     /// As RefreshWaitList, for a caller who tells of the error. Throws DbError.
     void read();
+    void refresh() override { RefreshWaitList(); }
+    bool follow() override;
 
 public Q_SLOTS:
     /// Shows the list of this field; a number without a field changes nothing.
     void selectField(int field);
     /// Reads the list of the day and field anew (tbl_waitlist); the entry that was selected stays so.
     void RefreshWaitList();
-    void refresh() { RefreshWaitList(); }
 
 Q_SIGNALS:
     /// Another entry is on the clipboard.
@@ -71,11 +71,10 @@ private:
     bool m_reading = false;
     QTimer m_dayClicked;
     QCalendarWidget *m_calendar = nullptr;
-    QBoxLayout *m_planPlace = nullptr;
+    LayoutPlan *m_plan = nullptr;
     QLabel *m_heading = nullptr;
     QLabel *m_empty = nullptr;
     QStackedWidget *m_listOrEmpty = nullptr;
-    QTableView *m_list = nullptr;
-    QStandardItemModel *m_model = nullptr;
+    RowsTable *m_list = nullptr;
     QMenu *m_menu = nullptr;
 };

@@ -38,7 +38,7 @@ AlertClock::Tick AlertClock::tick(QTime now)
 {
     const bool first = !m_doneThisHour;
     const bool again = std::exchange(m_failed, false) && now.minute() == alertMinute && !first;
-    const Tick due{now.minute() == alertMinute && (first || again), again, now.minute() == clearMinute && first,
+    const Tick due{now.minute() == alertMinute && (first || again), now.minute() == clearMinute && first,
                    now.second() % 2 == 0};
     m_doneThisHour = now.minute() == alertMinute || now.minute() == clearMinute;
     return due;

@@ -19,7 +19,6 @@ public:
     struct Tick
     {
         bool refresh = false; ///< minute 55: raise the alerts, then redraw the grid
-        bool again = false;   ///< with refresh: the round before failed, and staff were told
         bool clear = false;   ///< minute 2: empty all captions
         bool lit = false;     ///< even second: labels that say "Alert" are seen
     };

@@ -44,10 +44,3 @@ QRectF HotSpots::bounds() const
     }
     return all;
 }
-
-int clickedField(const QString &pointerText, int maxField)
-{
-    bool isNumber = false;
-    const int field = pointerText.toInt(&isNumber);
-    return isNumber && field >= 0 && field <= maxField ? field : -1;
-}

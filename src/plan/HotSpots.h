@@ -44,6 +44,3 @@ public:
 private:
     std::vector<std::optional<HotSpot>> m_spots;
 };
-
-/// The field that a click means whose pointer text is this: from 0 to maxField, -1 for none.
-int clickedField(const QString &pointerText, int maxField);

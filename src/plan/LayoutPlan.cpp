@@ -1,7 +1,7 @@
 #include "plan/LayoutPlan.h"
 
+#include "app/Settings.h"
 #include "look/Look.h"
-#include "plan/Alerts.h"
 #include "plan/FieldPlate.h"
 
 #include <QHelpEvent>
@@ -45,41 +45,25 @@ LayoutPlan::LayoutPlan(QWidget *parent) : PlacedPicture(parent)
     setAccessibleName(u"Plan of the fields"_s);
 }
 
-void LayoutPlan::load(const QString &section, const QString &hotSpotSection, int maxField)
+void LayoutPlan::load(const QString &section, const QString &hotSpotSection, const AppSettings &settings)
 {
-    m_spots = HotSpots(hotSpotSection, maxField);
+    m_names.clear();
+    for (int field = 0; field <= settings.MaxFieldIndex; ++field)
+        m_names.push_back(settings.fieldName(field));
+    m_spots = HotSpots(hotSpotSection, settings.MaxFieldIndex);
     const auto fieldsPlaced = qScopeGuard([this] {
         const QRectF spots = m_spots.bounds();
         setFallbackSize({spots.left() + spots.right(), spots.top() + spots.bottom()});
         placeAlertLabels();
+        describe();
     });
     loadPicture(section);
 }
 
 void LayoutPlan::addAlertLabels()
 {
-    for (int field = 0; field < m_spots.count(); ++field) {
-        auto *const label = new QLabel(this);
-        label->setObjectName(u"lbl_Alert_"_s + QString::number(field));
-        label->setAccessibleName(u"Alert for "_s + fieldName(field));
-        label->setAttribute(Qt::WA_TransparentForMouseEvents);
-        QPalette colors = label->palette();
-        colors.setColor(QPalette::Window, Look::alert.background);
-        colors.setColor(QPalette::WindowText, Look::alert.text);
-        label->setPalette(colors);
-        label->setAutoFillBackground(true);
-        label->setFrameStyle(int(QFrame::Box) | int(QFrame::Plain));
-        label->setAlignment(Qt::AlignCenter);
-        label->hide();
-        m_alerts.push_back(label);
-    }
+    m_alerts.make(this, m_names);
     placeAlertLabels();
-}
-
-void LayoutPlan::setFieldNames(std::vector<QString> names)
-{
-    m_names = std::move(names);
-    describe();
 }
 
 void LayoutPlan::setSelectedField(int field)
@@ -99,21 +83,13 @@ void LayoutPlan::setFieldStatus(std::vector<FieldStatus> status)
 
 void LayoutPlan::setAlertCaptions(const std::vector<QString> &captions)
 {
-    bool changed = false;
-    for (std::size_t field = 0; field < std::min(captions.size(), m_alerts.size()); ++field) {
-        changed = changed || m_alerts[field]->text() != captions[field];
-        m_alerts[field]->setText(captions[field]);
-    }
-    setAlertsLit(m_alertsLit);
-    if (changed)
+    if (m_alerts.setCaptions(captions))
         describe();
 }
 
 void LayoutPlan::setAlertsLit(bool lit)
 {
-    m_alertsLit = lit;
-    for (QLabel *const label : m_alerts)
-        label->setVisible(lit && label->text() == alertCaption);
+    m_alerts.setLit(lit);
 }
 
 QRectF LayoutPlan::fieldRect(int field) const
@@ -141,7 +117,7 @@ QPointF LayoutPlan::toPicture(QPointF position) const
 QString LayoutPlan::fieldName(int field) const
 {
     const auto index = std::size_t(field);
-    return index < m_names.size() && !m_names[index].isEmpty() ? m_names[index] : u"Field "_s + QString::number(field);
+    return index < m_names.size() ? m_names[index] : QString();
 }
 
 QString LayoutPlan::fieldSentence(int field) const
@@ -155,14 +131,9 @@ QString LayoutPlan::fieldSentence(int field) const
         if (!status.lightText().isEmpty())
             sentence += u". "_s + status.lightText();
     }
-    if (hasAlert(field))
+    if (m_alerts.says(field))
         sentence += u". The players change at the hour."_s;
     return sentence;
-}
-
-bool LayoutPlan::hasAlert(int field) const
-{
-    return std::size_t(field) < m_alerts.size() && m_alerts[std::size_t(field)]->text() == alertCaption;
 }
 
 void LayoutPlan::describe()
@@ -212,7 +183,8 @@ void LayoutPlan::mouseReleaseEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton || !rect().contains(event->position().toPoint()))
         return;
     mouseMoveEvent(event);
-    Q_EMIT clicked();
+    if (const int field = m_spots.fieldAt(toPicture(event->position())); field >= 0)
+        Q_EMIT clicked(field);
 }
 
 void LayoutPlan::leaveEvent(QEvent *event)
@@ -237,8 +209,10 @@ void LayoutPlan::keyPressEvent(QKeyEvent *event)
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
+        if (present < 0 || present > last)
+            break;
         Q_EMIT hovered(QString::number(present));
-        Q_EMIT clicked();
+        Q_EMIT clicked(present);
         break;
     default:
         PlacedPicture::keyPressEvent(event);
@@ -250,29 +224,13 @@ bool LayoutPlan::isCompact() const
     return canvasScale() < ownLetteringScale || !hasPicture();
 }
 
-// At the right of its field, where the plate is not; labels of fields that are not on the plan stand along its lower
-// edge.
+// At the right of its field, where the plate is not.
 void LayoutPlan::placeAlertLabels()
 {
-    QPointF loose(margin, 0);
-    for (std::size_t field = 0; field < m_alerts.size(); ++field) {
-        QLabel *const label = m_alerts[field];
-        const QRectF place = fieldRect(int(field)).adjusted(margin, margin, -margin, -margin);
-        QFont letters = font();
-        letters.setBold(true);
-        letters.setPixelSize(std::clamp(int(place.height() / 3), 9, QFontInfo(font()).pixelSize()));
-        label->setFont(letters);
-        const QFontMetrics metrics(letters);
-        const QSize size(metrics.horizontalAdvance(alertCaption) + 10, metrics.height() + 2);
-        label->resize(size);
-        if (fieldRect(int(field)).isEmpty()) {
-            label->move(int(loose.x()), height() - size.height() - int(margin));
-            loose.rx() += size.width() + margin;
-        } else {
-            label->move(int(place.right()) - size.width(),
-                        isCompact() ? int(place.bottom()) - size.height() + 1 : int(place.top()));
-        }
-    }
+    std::vector<QRectF> rooms;
+    for (std::size_t field = 0; field < m_names.size(); ++field)
+        rooms.push_back(fieldRect(int(field)));
+    m_alerts.place(rooms, font(), isCompact(), height());
 }
 
 void LayoutPlan::paintEvent(QPaintEvent *event)
@@ -342,9 +300,9 @@ void LayoutPlan::paintStatus(QPainter &painter, int field) const
 QRectF LayoutPlan::plateRoom(int field) const
 {
     QRectF room = fieldRect(field).adjusted(margin, margin, -margin, -margin);
-    if (!hasAlert(field))
+    if (!m_alerts.says(field))
         return room;
-    const QSize label = m_alerts[std::size_t(field)]->size();
+    const QSize label = m_alerts.size(field);
     if (room.height() < 2.5 * label.height())
         room.setRight(room.right() - label.width() - margin);
     else if (isCompact())

@@ -1,15 +1,16 @@
 #pragma once
 
+#include "plan/AlertLabels.h"
 #include "plan/HotSpots.h"
 #include "plan/PlacedPicture.h"
 #include "plan/PlanStatus.h"
 
-#include <QLabel>
-
 #include <vector>
 
-/// The centre's ground plan with a hot spot for each field. It says what the pointer is over and that it was clicked;
-/// what a click selects is for the page that owns the plan.
+struct AppSettings;
+
+/// The centre's ground plan with a hot spot for each field. It says what the pointer is over and which field was
+/// clicked; what that selects is for the page that owns the plan.
 class LayoutPlan : public PlacedPicture
 {
     Q_OBJECT
@@ -17,14 +18,12 @@ class LayoutPlan : public PlacedPicture
 public:
     explicit LayoutPlan(QWidget *parent = nullptr);
 
-    /// Picture section and hot-spot section of the settings; fields from 0 to maxField. Throws SettingError for a
-    /// picture that cannot be placed; its fields can be clicked all the same.
-    void load(const QString &section, const QString &hotSpotSection, int maxField);
+    /// Picture section and hot-spot section of the settings file; fields and their names as in the settings. Throws
+    /// SettingError for a picture that cannot be placed; its fields can be clicked all the same.
+    void load(const QString &section, const QString &hotSpotSection, const AppSettings &settings);
     /// Makes the hidden labels lbl_Alert_0 to lbl_Alert_maxField on their fields. After load(), on one plan only.
     void addAlertLabels();
 
-    /// For tips, screen readers, and on the plan where it is too small for its own lettering.
-    void setFieldNames(std::vector<QString> names);
     void setSelectedField(int field);
     /// One for each field from 0; shorter or empty when nothing is known.
     void setFieldStatus(std::vector<FieldStatus> status);
@@ -40,7 +39,8 @@ public:
 Q_SIGNALS:
     /// The pointer text: a field number, or "X=" and the x coordinate in the picture. Sent before every click, too.
     void hovered(const QString &pointerText);
-    void clicked();
+    /// By mouse, finger or key, on a field.
+    void clicked(int field);
 
 protected:
     bool event(QEvent *event) override;
@@ -55,7 +55,6 @@ private:
     [[nodiscard]] QPointF toPicture(QPointF position) const;
     [[nodiscard]] QString fieldName(int field) const;
     [[nodiscard]] QString fieldSentence(int field) const;
-    [[nodiscard]] bool hasAlert(int field) const;
     [[nodiscard]] bool isCompact() const;
     [[nodiscard]] QRectF plateRoom(int field) const;
     void pointAt(int field);
@@ -66,10 +65,9 @@ private:
     void describe();
 
     HotSpots m_spots;
-    std::vector<QString> m_names;
+    std::vector<QString> m_names; ///< for tips, screen readers, and a plan too small for its own lettering
     std::vector<FieldStatus> m_status;
-    std::vector<QLabel *> m_alerts;
+    AlertLabels m_alerts;
     int m_selected = -1;
     int m_pointed = -1;
-    bool m_alertsLit = false;
 };

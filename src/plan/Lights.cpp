@@ -7,8 +7,7 @@ using namespace Qt::StringLiterals;
 
 bool commitLights(Station &station, int field, const LightRows &rows)
 {
-    const auto verified = station.prompts.verifyStaff(u"Commit the lights of "_s +
-                                                      station.settings.FieldDisplayNames.at(std::size_t(field)));
+    const auto verified = station.prompts.verifyStaff(u"Commit the lights of "_s + station.settings.fieldName(field));
     if (!verified || !station.prompts.confirm(u"Confirm Light Status?"_s, u"Important"_s))
         return false;
     QString staff = verified->staffName;

@@ -31,14 +31,13 @@ QString word(bool on)
 } // namespace
 
 page_Lights::page_Lights(Station &station, QWidget *parent)
-    : QWidget(parent), m_station(station), m_ui(std::make_unique<Ui::page_Lights>())
+    : Page(parent), m_station(station), m_ui(std::make_unique<Ui::page_Lights>())
 {
     m_ui->setupUi(this);
     buildSwitches();
     const AppSettings &settings = m_station.settings;
-    m_ui->LayoutPlan2->setFieldNames({settings.FieldDisplayNames.begin(), settings.FieldDisplayNames.end()});
     try {
-        m_ui->LayoutPlan2->load(u"Layout"_s, u"HotSpot"_s, settings.MaxFieldIndex);
+        m_ui->LayoutPlan2->load(u"Layout"_s, u"HotSpot"_s, settings);
     } catch (const SettingError &) {
         // The page of the bookings, whose plan has the same settings, tells of it.
     }
@@ -54,8 +53,7 @@ page_Lights::page_Lights(Station &station, QWidget *parent)
     m_ui->lbl_LightField->setTextFormat(Qt::PlainText);
     m_ui->lbl_LightField->setWordWrap(true);
     showField();
-    connect(m_ui->LayoutPlan2, &LayoutPlan::hovered, this, [this](const QString &text) { m_pointerText = text; });
-    connect(m_ui->LayoutPlan2, &LayoutPlan::clicked, this, &page_Lights::planClicked);
+    connect(m_ui->LayoutPlan2, &LayoutPlan::clicked, this, &page_Lights::selectField);
     connect(m_ui->btn_LightCommit, &QPushButton::clicked, this, &page_Lights::commit);
 }
 
@@ -110,22 +108,21 @@ void page_Lights::resetSwitches()
         setSwitch(row, false);
 }
 
-int page_Lights::lightField() const
-{
-    return m_ui->txtInfo_LightSelect->text().toInt();
-}
-
 void page_Lights::showField()
 {
-    const int field = lightField();
-    m_ui->LayoutPlan2->setSelectedField(field);
-    const QString name = m_station.settings.FieldDisplayNames.at(std::size_t(field));
-    m_ui->lbl_LightField->setText(name.isEmpty() ? u"Field "_s + QString::number(field) : name);
+    m_ui->txtInfo_LightSelect->setText(QString::number(m_field));
+    m_ui->LayoutPlan2->setSelectedField(m_field);
+    m_ui->lbl_LightField->setText(m_station.settings.fieldName(m_field));
 }
 
 void page_Lights::refresh()
 {
     guarded(m_station.prompts, ErrorCode::Database, [this] { readField(); });
+}
+
+void page_Lights::showTime(const QString &timeText)
+{
+    m_ui->txt_Time3->setText(timeText);
 }
 
 std::vector<LightCommit> page_Lights::readField()
@@ -136,7 +133,7 @@ std::vector<LightCommit> page_Lights::readField()
     m_ui->LayoutPlan2->setFieldStatus({});
     showStatus(
         readPlanStatus(m_station.database, m_station.now(), m_station.hours(), m_station.settings.MaxFieldIndex));
-    auto commits = lastLightCommits(m_station.database, lightField(), shownCommits);
+    auto commits = lastLightCommits(m_station.database, m_field, shownCommits);
     showCommits(commits);
     return commits;
 }
@@ -165,7 +162,7 @@ void page_Lights::showCommits(const std::vector<LightCommit> &commits)
 // Staff go on from what stands in the log, not from five dark rows.
 void page_Lights::selectField(int field)
 {
-    m_ui->txtInfo_LightSelect->setText(QString::number(field));
+    m_field = field;
     resetSwitches();
     showField();
     guarded(m_station.prompts, ErrorCode::Database, [this] {
@@ -175,19 +172,13 @@ void page_Lights::selectField(int field)
     });
 }
 
-void page_Lights::planClicked()
-{
-    if (const int field = clickedField(m_pointerText, m_station.settings.MaxFieldIndex); field >= 0)
-        selectField(field);
-}
-
 void page_Lights::commit()
 {
     guarded(m_station.prompts, ErrorCode::Database, [this] {
         LightRows rows;
         for (std::size_t row = 0; row < rows.size(); ++row)
             rows.at(row) = isOn(row);
-        if (!commitLights(m_station, lightField(), rows))
+        if (!commitLights(m_station, m_field, rows))
             return;
         readField();
         Q_EMIT lightsCommitted();

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "look/Page.h"
 #include "plan/Lights.h"
 #include "plan/PlanStatus.h"
 
 #include <QIcon>
-#include <QWidget>
 
 #include <memory>
 
@@ -15,7 +15,7 @@ class page_Lights;
 }
 
 /// The page on which the lights of a field are switched and the switching is logged.
-class page_Lights : public QWidget
+class page_Lights : public Page
 {
     Q_OBJECT
 
@@ -27,7 +27,8 @@ public:
     /// All five switches to off; nothing is stored.
     void resetSwitches();
     /// Shows the fields as they are now and the last commits of the chosen field. The switches stay.
-    void refresh();
+    void refresh() override;
+    void showTime(const QString &timeText) override;
     /// Shows the fields as they are now, read elsewhere.
     void showStatus(const std::vector<FieldStatus> &status);
     /// Chooses the field whose lights are switched. Its switches show what was committed last.
@@ -42,11 +43,9 @@ private:
     // A switch's state is the picture that it shows.
     void setSwitch(std::size_t row, bool on);
     [[nodiscard]] bool isOn(std::size_t row) const;
-    [[nodiscard]] int lightField() const;
     void showField();
     std::vector<LightCommit> readField();
     void showCommits(const std::vector<LightCommit> &commits);
-    void planClicked();
     void commit();
 
     Station &m_station;
@@ -54,5 +53,5 @@ private:
     std::array<QToolButton *, LightRows{}.size()> m_switches{};
     QIcon m_on;
     QIcon m_off;
-    QString m_pointerText;
+    int m_field = 0;
 };

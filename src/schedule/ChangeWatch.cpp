@@ -22,7 +22,6 @@ QString newestRemarks(Database &database)
 
 bool ChangeWatch::hasMoved(Station &station)
 {
-    noteReachable(station);
     const QDateTime now = station.now();
     // A clock that was set back must not stop the looks.
     if (m_next.isValid() && now < m_next && now.secsTo(m_next) <= longestPause)
@@ -32,19 +31,19 @@ bool ChangeWatch::hasMoved(Station &station)
         m_newest = newestRemarks(station.database);
         m_pause = shortestPause;
         m_next = now.addSecs(m_pause);
-        noteReachable(station);
+        note(station);
         return m_shown != m_newest;
     } catch (const DatabaseBusy &) {
         return false;
     } catch (const DbError &) {
         m_pause = std::clamp(m_pause * 2, shortestPause, longestPause);
         m_next = station.now().addSecs(m_pause);
-        noteReachable(station);
+        note(station);
         return false;
     }
 }
 
-void ChangeWatch::noteReachable(const Station &station)
+void ChangeWatch::note(const Station &station)
 {
     if (!station.database.isReachable()) {
         if (!m_lostSince)

@@ -15,12 +15,13 @@ public:
     /// The day was read again after hasMoved().
     void shown() { m_shown = m_newest; }
 
+    /// Notes whether the database answers; to be asked once a second.
+    void note(const Station &station);
+
     /// Since when the database has not answered; nothing while it does.
     [[nodiscard]] const std::optional<QDateTime> &lostSince() const { return m_lostSince; }
 
 private:
-    void noteReachable(const Station &station);
-
     QString m_newest;
     std::optional<QString> m_shown;
     std::optional<QDateTime> m_lostSince;

@@ -93,7 +93,7 @@ void showTakenGround(std::vector<DayRow> &rows, DbConnection &connection, const 
         if (next >= rows.size() || !rows[next].isFree())
             continue;
         rows[next].booker = sql(u"Taken: %1 minutes extra time on %2"_s, extended.number("b_extratime"),
-                                station.settings.FieldDisplayNames.at(std::size_t(extended.number("b_field"))));
+                                station.settings.fieldName(extended.number("b_field")));
         rows[next].isGroundTaken = true;
     }
 }

@@ -61,7 +61,7 @@ void FreeHourNotice::announce(Station &station, const std::vector<SlotKey> &free
             waiting.push_back(std::move(entry));
     const auto shown = std::min<std::size_t>(waiting.size(), mostLines);
     for (std::size_t i = 0; i < shown; ++i)
-        addLine(waiting[i], station.settings.FieldDisplayNames.at(std::size_t(waiting[i].field)));
+        addLine(waiting[i], station.settings.fieldName(waiting[i].field));
     if (waiting.size() > shown)
         m_lines->addWidget(
             new QLabel(u"%1 more on the waiting-list page"_s.arg(QString::number(waiting.size() - shown))));

@@ -12,6 +12,7 @@
 #include "booking/frm_Booker.h"
 #include "booking/frm_WaitingList.h"
 #include "look/Look.h"
+#include "look/MenuEntry.h"
 
 #include <QProgressDialog>
 
@@ -23,11 +24,6 @@ namespace {
 
 constexpr int loadingForm = int(ErrorCode::LoadingForm);
 constexpr int database = int(ErrorCode::Database);
-
-QString fieldName(const Station &station, int field)
-{
-    return station.settings.FieldDisplayNames.at(std::size_t(field));
-}
 
 QString bookerOnClipboard(const BookingClipboard &clipboard)
 {
@@ -48,54 +44,48 @@ SlotActions::SlotActions(Station &station, BookingClipboard &clipboard, Selectio
     buildMenu();
 }
 
-QAction *SlotActions::add(QMenu *menu, const QString &name, const QString &text, void (SlotActions::*handler)())
-{
-    auto *action = menu->addAction(text, this, handler);
-    action->setObjectName(name);
-    return action;
-}
-
-void SlotActions::addRateEntry(const QString &name, const QString &rateInWords, const QString &rateType)
-{
-    auto *action = m_rates->addAction(u"Set this slot as '"_s + rateInWords + u"' slot"_s,
-                                      [this, rateType] { changeRate(rateType); });
-    action->setObjectName(name);
-}
-
 void SlotActions::buildMenu()
 {
-    add(m_menu, u"mnu_Book"_s, u"&Book…"_s, &SlotActions::book)->setIcon(Look::icon(u"book"_s));
-    add(m_menu, u"mnu_AddEntry"_s, u"Put on the &waiting list…"_s, &SlotActions::addWaitingEntry)
-        ->setIcon(Look::icon(u"add-entry"_s));
-    m_menu->addSeparator();
-    // Their keys are handled by the main window, which sees every key first; here they are only named.
-    add(m_menu, u"mnu_Copy"_s, u"&Copy booker\tCtrl+C"_s, &SlotActions::copy)->setIcon(Look::icon(u"copy"_s));
-    add(m_menu, u"mnu_Paste"_s, u"&Paste booker\tCtrl+V"_s, &SlotActions::paste)->setIcon(Look::icon(u"paste"_s));
-    auto *four = m_menu->addAction(u"Block book &4 weeks"_s, [this] { blockBook(4); });
-    four->setObjectName(u"mnu_BlockBook1"_s);
-    four->setIcon(Look::icon(u"block"_s));
-    auto *eight = m_menu->addAction(u"Block book &8 weeks"_s, [this] { blockBook(8); });
-    eight->setObjectName(u"mnu_BlockBook2"_s);
-    eight->setIcon(Look::icon(u"block"_s));
-    m_menu->addSeparator();
-    for (const qint16 minutes : {qint16(15), qint16(30), qint16(45)}) {
-        auto *extra = m_menu->addAction(u"Add "_s + QString::number(minutes) + u" minutes extra time"_s,
-                                        [this, minutes] { addExtraTime(minutes); });
-        extra->setObjectName(u"mnu_Add"_s + QString::number(minutes));
-        extra->setIcon(Look::icon(u"extra-time"_s));
-    }
-    add(m_menu, u"mnu_ClearAddition"_s, u"Remove e&xtra time"_s, &SlotActions::clearAddition);
-    m_menu->addSeparator();
+    const auto extraTime = [this](qint16 minutes) {
+        const QString number = QString::number(minutes);
+        return MenuEntry{u"mnu_Add"_s + number, u"Add "_s + number + u" minutes extra time"_s, u"extra-time"_s,
+                         [this, minutes] { addExtraTime(minutes); }};
+    };
+    fillMenu(*m_menu,
+             {{u"mnu_Book"_s, u"&Book…"_s, u"book"_s, [this] { book(); }},
+              {u"mnu_AddEntry"_s, u"Put on the &waiting list…"_s, u"add-entry"_s, [this] { addWaitingEntry(); }},
+              {},
+              // Their keys are handled by the page, which sees every key first; here they are only named.
+              {u"mnu_Copy"_s, u"&Copy booker\tCtrl+C"_s, u"copy"_s, [this] { copy(); }},
+              {u"mnu_Paste"_s, u"&Paste booker\tCtrl+V"_s, u"paste"_s, [this] { paste(); }},
+              {u"mnu_BlockBook1"_s, u"Block book &4 weeks"_s, u"block"_s, [this] { blockBook(4); }},
+              {u"mnu_BlockBook2"_s, u"Block book &8 weeks"_s, u"block"_s, [this] { blockBook(8); }},
+              {},
+              extraTime(15),
+              extraTime(30),
+              extraTime(45),
+              {u"mnu_ClearAddition"_s, u"Remove e&xtra time"_s, {}, [this] { clearAddition(); }},
+              {}});
     m_rates = m_menu->addMenu(Look::icon(u"rate"_s), u"&Rate"_s);
     addRateEntry(u"mnu_SetNormal"_s, u"normal"_s, RateType::normal);
     addRateEntry(u"mnu_SetMember"_s, u"member"_s, RateType::member);
     addRateEntry(u"mnu_setStudent"_s, u"student"_s, RateType::student);
-    m_menu->addSeparator();
-    auto *history = add(m_menu, u"mnu_History"_s, u"&History…"_s, &SlotActions::showHistory);
-    history->setShortcut(QKeySequence(u"Ctrl+H"_s));
-    history->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    m_window->addAction(history);
-    add(m_menu, u"mnu_Delete"_s, u"C&lear booking…"_s, &SlotActions::clear)->setIcon(Look::icon(u"clear"_s));
+    fillMenu(*m_menu, {{},
+                       {u"mnu_History"_s, u"&History…"_s, {}, [this] { showHistory(); }, QKeySequence(u"Ctrl+H"_s)},
+                       {u"mnu_Delete"_s, u"C&lear booking…"_s, u"clear"_s, [this] { clear(); }}});
+    for (QAction *action : m_menu->actions()) {
+        if (action->shortcut().isEmpty())
+            continue;
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        m_window->addAction(action);
+    }
+}
+
+void SlotActions::addRateEntry(const QString &name, const QString &rateInWords, const QString &rateType)
+{
+    fillMenu(*m_rates, {{name, u"Set this slot as '"_s + rateInWords + u"' slot"_s, {}, [this, rateType] {
+                             changeRate(rateType);
+                         }}});
 }
 
 void SlotActions::addSpecialGroup(int group)
@@ -139,7 +129,7 @@ void SlotActions::book()
             const auto verification = startBooking(m_station, selection);
             if (!verification)
                 return;
-            frm_Booker window(m_station, *verification, selection, fieldName(m_station, selection.field), m_window);
+            frm_Booker window(m_station, *verification, selection, m_window);
             connect(&window, &frm_Booker::failed, this, [this] { Q_EMIT dayTouched(false); });
             window.exec();
         },
@@ -161,12 +151,11 @@ void SlotActions::addWaitingEntry()
     const DaySelection selection = m_selection();
     bool added = false;
     guarded(m_station.prompts, ErrorCode::Database, [&] {
-        const auto verification =
-            m_station.prompts.verifyStaff(u"Put on the waiting list of "_s + fieldName(m_station, selection.field));
+        const auto verification = m_station.prompts.verifyStaff(u"Put on the waiting list of "_s +
+                                                                m_station.settings.fieldName(selection.field));
         if (!verification)
             return;
-        frm_WaitingList window(m_station, verification->staffName, selection.day, selection.field,
-                               fieldName(m_station, selection.field), m_window);
+        frm_WaitingList window(m_station, verification->staffName, selection.day, selection.field, m_window);
         if (selection.current >= 0)
             window.setWantedHour(selection.row(selection.current).hourText());
         added = window.exec() == QDialog::Accepted;
@@ -225,7 +214,7 @@ void SlotActions::blockBook(int weeks)
     QString heading;
     const bool ok = run(
         [&](const DaySelection &selection) {
-            heading = bookerOnClipboard(m_clipboard) + u" on "_s + fieldName(m_station, selection.field);
+            heading = bookerOnClipboard(m_clipboard) + u" on "_s + m_station.settings.fieldName(selection.field);
             planned = selection.selected.size() * std::size_t(weeks);
             // Made after the verification: a progress window shows itself after a while, and in front of any other.
             std::unique_ptr<QProgressDialog> progress;

@@ -41,7 +41,6 @@ signals:
     void slotsFreed(const std::vector<SlotKey> &freed);
 
 private:
-    QAction *add(QMenu *menu, const QString &name, const QString &text, void (SlotActions::*handler)());
     void addRateEntry(const QString &name, const QString &rateInWords, const QString &rateType);
     void buildMenu();
     /// Runs an operation on the selection and reports that the day was touched; false after an error, which staff have

@@ -2,20 +2,22 @@
 
 #include "app/Station.h"
 #include "booking/BookingClipboard.h"
-#include "plan/Alerts.h"
+#include "schedule/ChangeWatch.h"
 
 #include <QMainWindow>
 #include <QTimer>
 
 #include <functional>
+#include <vector>
 
-class LayoutPlan;
+class Page;
 class PlacedPicture;
 class QKeyEvent;
 class QLabel;
 class QPushButton;
 class QTabWidget;
 class page_Booking;
+class page_Counter;
 class page_Lights;
 class page_WaitingList;
 
@@ -40,51 +42,41 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    enum Page { BookingPage, CounterPage, LightsPage, ShiftsPage, WaitingPage };
-
     QWidget *makeHeader();
     void addPages();
-    static QWidget *laterPage(const QString &title, const QString &sentence, QLabel *time = nullptr);
+    void addPage(Page *page, const QString &icon, const QString &title);
     void connectPages();
     void loadPictures();
     void loadSpecialGroups();
     /// Runs a step of loading; one that fails is kept for the next successful reading of the day. False when it failed.
     bool attempt(std::function<void()> step, bool tell);
     void catchUp();
-    void showCounter(qint16 counter);
+    void showCounter(int counter);
     void nextCounter();
-    void selectPage(int page);
-    void setWaitingField(int field);
-    void takeWaitingEntry(const QString &id);
-    void refreshPlan();
+    [[nodiscard]] Page *shownPage() const;
 
     void tick();
-    /// False when the alerts could not be raised.
-    bool refreshAlerts(bool again);
-    void showAlerts(bool lit);
-
+    /// Shows what other counters changed, and since when the database is away.
+    void followOthers();
     bool handleKey(const QKeyEvent &key);
-    bool handleFieldKey(int key);
     void logOut();
 
     Station &m_station;
     BookingClipboard m_clipboard;
-    AlertClock m_alertClock;
-    std::vector<QString> m_alertCaptions;
+    int m_shownCounter; ///< whose staff lbl_Counter names
     QString m_shiftName;
     QTimer m_clock{this};
     bool m_ticking = false;
-    int m_planMinute = -1;
     std::vector<std::function<void()>> m_missed; ///< steps of loading that the database refused
+    ChangeWatch m_watch;
+    QLabel *m_noConnection = nullptr;
 
-    QTabWidget *m_pages = nullptr;
+    QTabWidget *m_tabs = nullptr;
+    std::vector<Page *> m_pages;
     PlacedPicture *m_topImage = nullptr;
     QPushButton *m_counter = nullptr;
     page_Booking *m_booking = nullptr;
+    page_Counter *m_counterPage = nullptr;
     page_Lights *m_lights = nullptr;
     page_WaitingList *m_waiting = nullptr;
-    LayoutPlan *m_waitingPlan = nullptr;
-    QString m_waitingPointer; ///< what the pointer is over on the waiting-area plan
-    QLabel *m_counterTime = nullptr;
-    QLabel *m_lightsTime = nullptr;
 };

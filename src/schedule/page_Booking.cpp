@@ -6,22 +6,24 @@
 #include "booking/RemarkLog.h"
 #include "look/ElidedLabel.h"
 #include "look/Look.h"
-#include "plan/LayoutPlan.h"
+#include "schedule/DayChooser.h"
 #include "schedule/DayView.h"
 #include "schedule/FreeHourNotice.h"
 #include "schedule/PlayLists.h"
 #include "schedule/SlotActions.h"
 
+#include <QApplication>
 #include <QCalendarWidget>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QLocale>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QTextCharFormat>
 #include <QToolButton>
 
+#include <algorithm>
+#include <array>
 #include <functional>
 
 using namespace Qt::StringLiterals;
@@ -30,15 +32,10 @@ namespace {
 
 constexpr int space = 8;
 constexpr int playListWidth = 216;
-constexpr int dayChooserWidth = 400;
 
-QLineEdit *hiddenBox(const QString &name, QWidget *parent)
-{
-    auto *box = new QLineEdit(parent);
-    box->setObjectName(name);
-    box->hide();
-    return box;
-}
+// The letter keys follow the top letter row from right to left, so that the fields lie under one hand.
+constexpr std::array fieldKeys{Qt::Key_P, Qt::Key_O, Qt::Key_I, Qt::Key_U, Qt::Key_Y,
+                               Qt::Key_T, Qt::Key_R, Qt::Key_E, Qt::Key_W};
 
 QLabel *namedLabel(const QString &name)
 {
@@ -73,18 +70,22 @@ void makeLarge(QLabel *label)
     label->setFont(font);
 }
 
+std::vector<QString> fieldNames(const AppSettings &settings)
+{
+    std::vector<QString> names;
+    for (int field = 0; field <= settings.MaxFieldIndex; ++field)
+        names.push_back(settings.fieldName(field));
+    return names;
+}
+
 } // namespace
 
 page_Booking::page_Booking(Station &station, BookingClipboard &clipboard, QWidget *parent)
-    : QWidget(parent),
-      m_station(station),
-      m_clipboard(clipboard),
-      m_fieldUnderMouse(hiddenBox(u"Text2"_s, this)),
-      m_fieldSelected(hiddenBox(u"txtInfo_FieldSelect"_s, this))
+    : Page(parent), m_station(station), m_clipboard(clipboard), m_chooser(new DayChooser(station))
 {
-    m_fieldSelected->setText(u"0"_s);
-    const auto &names = station.settings.FieldDisplayNames;
-    m_playLists = new PlayLists({names.cbegin(), names.cbegin() + station.settings.MaxFieldIndex + 1});
+    setObjectName(u"page_Booking"_s);
+    m_playLists = new PlayLists(fieldNames(station.settings));
+    m_playLists->setCurrentIndex(1);
     m_playLists->setFixedWidth(playListWidth);
     m_actions = new SlotActions(
         station, clipboard, [this] { return selection(); }, this);
@@ -92,47 +93,12 @@ page_Booking::page_Booking(Station &station, BookingClipboard &clipboard, QWidge
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(space, space, space, space);
     layout->setSpacing(space);
-    layout->addWidget(makeDayChooser(), 5);
+    layout->addWidget(m_chooser, 5);
     layout->addWidget(makeGrid(), 8);
     layout->addWidget(m_playLists);
     connectActions();
-    setTabOrder(m_calendar, m_grid);
+    setTabOrder(m_chooser->calendar(), m_grid);
     showClipboard();
-}
-
-QWidget *page_Booking::makeDayChooser()
-{
-    m_plan = new LayoutPlan;
-    m_plan->setObjectName(u"LayoutPlan1"_s);
-    QSizePolicy fitting(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    fitting.setHeightForWidth(true);
-    m_plan->setSizePolicy(fitting);
-    connect(m_plan, &LayoutPlan::hovered, m_fieldUnderMouse, &QLineEdit::setText);
-    connect(m_plan, &LayoutPlan::clicked, this, &page_Booking::selectFieldUnderMouse);
-
-    m_calendar = new QCalendarWidget;
-    m_calendar->setObjectName(u"Calendar"_s);
-    m_calendar->setGridVisible(true);
-    m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    m_calendar->setAccessibleName(u"Day"_s);
-    Look::applyTo(*m_calendar);
-    // A mouse click tells both that the day changed and that it was clicked: one reading answers both.
-    m_dayClicked.setSingleShot(true);
-    connect(m_calendar, &QCalendarWidget::selectionChanged, &m_dayClicked, qOverload<>(&QTimer::start));
-    connect(m_calendar, &QCalendarWidget::clicked, &m_dayClicked, qOverload<>(&QTimer::start));
-    connect(&m_dayClicked, &QTimer::timeout, this, [this] {
-        setDay(m_calendar->selectedDate());
-        RefreshView();
-    });
-
-    auto *chooser = new QWidget;
-    chooser->setMinimumWidth(dayChooserWidth);
-    auto *layout = new QVBoxLayout(chooser);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(space);
-    layout->addWidget(m_plan);
-    layout->addWidget(m_calendar, 1);
-    return chooser;
 }
 
 QWidget *page_Booking::makeGrid()
@@ -154,7 +120,7 @@ QWidget *page_Booking::makeGrid()
     m_unread->setPalette(colours);
     m_unread->hide();
     m_notice = new FreeHourNotice;
-    connect(m_notice, &FreeHourNotice::entryWanted, this, &page_Booking::waitingEntryWanted);
+    connect(m_notice, &FreeHourNotice::entryWanted, this, &page_Booking::takeWaitingEntry);
     m_clipboardLabel = new ElidedLabel;
     m_clipboardLabel->setObjectName(u"lbl_Clipboard"_s);
 
@@ -178,7 +144,7 @@ QWidget *page_Booking::makeHeading()
     makeLarge(m_fieldName);
     m_fieldInfo = namedLabel(u"lbl_FieldInfo"_s);
     m_dayLabel = namedLabel(u"lbl_Day"_s);
-    m_time = new ClickedLabel([this] { Q_EMIT clockClicked(); });
+    m_time = new ClickedLabel([this] { lookForAlerts(); });
     m_time->setObjectName(u"txt_Time"_s);
     m_time->setTextFormat(Qt::PlainText);
     m_time->setToolTip(u"Click to look for changes of players at the coming hour"_s);
@@ -229,11 +195,17 @@ QWidget *page_Booking::makeButtons()
 
 void page_Booking::connectActions()
 {
+    connect(m_chooser, &DayChooser::planRead, this, &page_Booking::planRead);
+    connect(m_chooser, &DayChooser::dayChosen, this, &page_Booking::RefreshView);
+    connect(m_chooser, &DayChooser::fieldChosen, this, [this] {
+        showHeading();
+        RefreshView();
+    });
     connect(m_grid, &DayView::bookingWanted, m_actions, &SlotActions::book);
     connect(m_grid, &DayView::menuWanted, this, [this](QPoint position) { m_actions->menu()->popup(position); });
     connect(m_actions, &SlotActions::dayTouched, this, &page_Booking::afterOperation);
     connect(m_actions, &SlotActions::waitingListTouched, this, &page_Booking::waitingListTouched);
-    connect(m_actions, &SlotActions::clipboardChanged, this, &page_Booking::clipboardChanged);
+    connect(m_actions, &SlotActions::clipboardChanged, this, &page_Booking::showClipboard);
     connect(m_actions, &SlotActions::slotsFreed, this, [this](const std::vector<SlotKey> &freed) {
         guarded(m_station.prompts, ErrorCode::Database, [&] { m_notice->announce(m_station, freed); });
     });
@@ -241,12 +213,22 @@ void page_Booking::connectActions()
 
 int page_Booking::field() const
 {
-    return m_fieldSelected->text().toInt();
+    return m_chooser->field();
 }
 
 DaySelection page_Booking::selection() const
 {
-    return {m_day, field(), m_model.rows(), m_grid->selectedRowNumbers(), m_grid->currentRowNumber()};
+    return {m_chooser->day(), field(), m_model.rows(), m_grid->selectedRowNumbers(), m_grid->currentRowNumber()};
+}
+
+void page_Booking::loadPlan()
+{
+    m_chooser->loadPlan();
+}
+
+void page_Booking::setDay(QDate day)
+{
+    m_chooser->setDay(day);
 }
 
 void page_Booking::RefreshViewInit()
@@ -257,35 +239,37 @@ void page_Booking::RefreshViewInit()
 
 void page_Booking::RefreshView()
 {
-    read(false);
+    read(Reading::Asked);
 }
 
 bool page_Booking::afterOperation(bool ok)
 {
-    return read(!ok);
+    return read(ok ? Reading::Asked : Reading::Told);
 }
 
-bool page_Booking::read(bool quietly)
+bool page_Booking::follow()
 {
+    return read(Reading::ByItself);
+}
+
+bool page_Booking::read(Reading reading)
+{
+    if (m_station.database.isWaiting())
+        return false;
     DaySchedule schedule{emptyDay(m_station.hours()), {}, {}, {}};
     const int hourRow = m_grid->currentIndex().row();
     QString hourPlayers;
     const auto readNow = [&] {
-        schedule = readDay(m_station, m_day, field());
+        schedule = readDay(m_station, m_chooser->day(), field());
         if (hourRow >= 0)
-            hourPlayers = RefreshList(m_station.database, m_day, schedule.rows.at(std::size_t(hourRow)).hour);
+            hourPlayers =
+                RefreshList(m_station.database, m_chooser->day(), schedule.rows.at(std::size_t(hourRow)).hour);
     };
-    bool ok = false;
-    if (quietly) {
-        try {
-            readNow();
-            ok = true;
-        } catch (const DbError &) {
-            // The operation before has told of it.
-        }
-    } else {
-        ok = guarded(m_station.prompts, ErrorCode::Database, readNow);
-    }
+    const bool ok = reading == Reading::Asked ? guarded(m_station.prompts, ErrorCode::Database, readNow)
+                                              : quietly(m_station.database, readNow);
+    // What nobody asked for leaves the page as it was when it fails: the header tells since when.
+    if (!ok && reading == Reading::ByItself)
+        return false;
     m_unread->setVisible(!ok);
     m_histories.clear();
     m_historyReadable = ok;
@@ -297,7 +281,12 @@ bool page_Booking::read(bool quietly)
     else
         m_model.showUnread();
     showHeading();
-    Q_EMIT dayRead(ok);
+    if (ok && reading == Reading::Asked)
+        m_chooser->refreshPlan();
+    else
+        m_chooser->refreshPlanQuietly();
+    if (ok)
+        Q_EMIT dayRead();
     return ok;
 }
 
@@ -305,10 +294,11 @@ void page_Booking::showRows(std::vector<DayRow> rows)
 {
     const QDateTime now = m_station.now();
     const WorkingHours hours = m_station.hours();
+    const QString day = m_chooser->day();
     std::vector<bool> past;
     past.reserve(rows.size());
     for (const DayRow &row : rows)
-        past.push_back(hoursUntil(now, m_day, row.hourText(), hours) < 0);
+        past.push_back(hoursUntil(now, day, row.hourText(), hours) < 0);
     m_hourShown = now.time().hour();
     m_model.show(std::move(rows), past, rowOfClockHour(hours, m_hourShown));
 }
@@ -316,24 +306,22 @@ void page_Booking::showRows(std::vector<DayRow> rows)
 void page_Booking::showHeading()
 {
     const bool isField = field() <= m_station.settings.MaxFieldIndex;
-    m_fieldName->showText(isField ? m_station.settings.FieldDisplayNames.at(std::size_t(field()))
-                                  : u"No field is set up"_s);
+    m_fieldName->showText(isField ? m_station.settings.fieldName(field()) : u"No field is set up"_s);
     m_fieldInfo->setText(isField ? u"Field Number "_s + QString::number(field() + 1)
                                  : QString()); // people count from 1
-    const QDate day = QDate::fromString(m_day, Qt::ISODate);
+    const QDate day = QDate::fromString(m_chooser->day(), Qt::ISODate);
     m_dayLabel->setText(QLocale::c().toString(day, u"ddd d MMMM yyyy"_s));
 }
 
 void page_Booking::showSelectedHour()
 {
     const QModelIndex current = m_grid->currentIndex();
-    if (!current.isValid() || m_day.isEmpty())
+    if (!current.isValid() || m_chooser->day().isEmpty())
         return;
     const DayRow row = m_model.rows().at(std::size_t(current.row()));
     QString players;
-    if (m_unread->isHidden()) // otherwise staff know, and another window at every row would not help them
-        guarded(m_station.prompts, ErrorCode::Database,
-                [&] { players = RefreshList(m_station.database, m_day, row.hour); });
+    if (m_unread->isHidden()) // otherwise staff know, and another wait at every row would not help them
+        quietly(m_station.database, [&] { players = RefreshList(m_station.database, m_chooser->day(), row.hour); });
     m_playLists->showHour(row.hourText(), players);
 }
 
@@ -345,48 +333,71 @@ QString page_Booking::historyOf(int row)
     if (!m_historyReadable)
         return {};
     QString history;
-    m_historyReadable = guarded(m_station.prompts, ErrorCode::Database, [&] {
+    m_historyReadable = quietly(m_station.database, [&] {
         const DayRow &shown = m_model.rows().at(std::size_t(row));
-        history = slotHistory(m_station.database, {m_day, shown.hourText(), field()});
+        history = slotHistory(m_station.database, {m_chooser->day(), shown.hourText(), field()});
         m_histories.emplace(row, history);
     });
     return history;
 }
 
-void page_Booking::setDay(QDate day)
+void page_Booking::refreshPlan()
 {
-    m_day = sqlDate(day);
-    const QSignalBlocker blocker(m_calendar);
-    m_calendar->setSelectedDate(day);
-    QTextCharFormat today;
-    today.setFontWeight(QFont::Bold);
-    today.setBackground(Look::shared.background);
-    m_calendar->setDateTextFormat({}, {});
-    m_calendar->setDateTextFormat(m_station.now().date(), today);
+    m_chooser->refreshPlan();
 }
 
-void page_Booking::pressField(int field)
-{
-    m_fieldUnderMouse->setText(QString::number(field));
-    selectFieldUnderMouse();
-}
-
-void page_Booking::selectFieldUnderMouse()
-{
-    const int field = clickedField(m_fieldUnderMouse->text(), m_station.settings.MaxFieldIndex);
-    if (field < 0)
-        return;
-    m_fieldSelected->setText(QString::number(field));
-    m_plan->setSelectedField(field);
-    showHeading();
-    RefreshView();
-}
-
-void page_Booking::tick(const QString &timeText)
+void page_Booking::showTime(const QString &timeText)
 {
     m_time->setText(timeText);
-    if (m_unread->isHidden() && m_station.now().time().hour() != m_hourShown && m_hourShown >= 0)
+    const QTime now = m_station.now().time();
+    // At a full hour play lists and marks move; without the database the marks at least.
+    if (m_unread->isHidden() && now.hour() != m_hourShown && m_hourShown >= 0 && !follow())
         showRows(m_model.rows());
+    const AlertClock::Tick due = m_alertClock.tick(now);
+    if (due.refresh && !refreshAlerts())
+        m_alertClock.failed();
+    if (due.clear)
+        m_chooser->clearAlerts();
+    m_chooser->showAlerts(due.lit);
+    m_chooser->goOnTo(now);
+}
+
+bool page_Booking::refreshAlerts()
+{
+    if (!quietly(m_station.database, [this] { m_chooser->refreshAlerts(); }))
+        return false;
+    follow();
+    return true;
+}
+
+bool page_Booking::takeKey(const QKeyEvent &event)
+{
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    if (modifiers == Qt::ControlModifier && event.key() == Qt::Key_C) {
+        m_actions->copy();
+        return true;
+    }
+    if (modifiers == Qt::ControlModifier && event.key() == Qt::Key_V) {
+        m_actions->paste();
+        return true;
+    }
+    const auto found = std::find(fieldKeys.cbegin(), fieldKeys.cend(), event.key());
+    if (modifiers != Qt::NoModifier || found == fieldKeys.cend())
+        return false;
+    m_chooser->pressField(int(found - fieldKeys.cbegin()));
+    return true;
+}
+
+void page_Booking::lookForAlerts()
+{
+    guarded(m_station.prompts, ErrorCode::Database, [this] { m_chooser->refreshAlerts(); });
+    m_chooser->showAlerts(m_station.now().time().second() % 2 == 0);
+}
+
+void page_Booking::takeWaitingEntry(const QString &id)
+{
+    guarded(m_station.prompts, ErrorCode::Database, [&] { cutWaitingEntry(m_station, m_clipboard, id); });
+    showClipboard();
 }
 
 void page_Booking::showClipboard()
@@ -397,7 +408,7 @@ void page_Booking::showClipboard()
         m_clipboardLabel->showText(u"Nothing to paste"_s);
         return;
     }
-    const auto nameOf = [this](int field) { return m_station.settings.FieldDisplayNames.at(std::size_t(field)); };
+    const auto nameOf = [this](int field) { return m_station.settings.fieldName(field); };
     const bool waiting = source == ClipboardSource::WaitingList;
     const Booker &booker = waiting ? m_clipboard.cut.booker : m_clipboard.copiedBooker;
     const QString from = waiting ? u"from the waiting list of "_s + nameOf(m_clipboard.cut.field) + u", "_s +

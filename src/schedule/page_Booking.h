@@ -1,33 +1,32 @@
 #pragma once
 
 #include "booking/BookingClipboard.h"
+#include "look/Page.h"
+#include "plan/Alerts.h"
+#include "plan/PlanStatus.h"
 #include "schedule/DayModel.h"
-
-#include <QTimer>
-#include <QWidget>
 
 #include <map>
 
+class DayChooser;
 class DayView;
 class ElidedLabel;
 class FreeHourNotice;
-class LayoutPlan;
 class PlayLists;
-class QCalendarWidget;
 class QLabel;
-class QLineEdit;
-class QVBoxLayout;
 class SlotActions;
 
 /// The page of the main window on which a field's day is read and changed: plan and calendar, the grid with its
 /// buttons, who plays when.
-class page_Booking : public QWidget
+class page_Booking : public Page
 {
     Q_OBJECT
 
 public:
     page_Booking(Station &station, BookingClipboard &clipboard, QWidget *parent = nullptr);
 
+    /// Reads the plan's settings. Throws SettingError.
+    void loadPlan();
     /// Empties the grid and builds its rows.
     void RefreshViewInit();
     /// Reads the selected field's day and who plays round the present hour (tbl_booking); the selection stays. After an
@@ -38,37 +37,43 @@ public:
 
     /// Shows another day; takes effect with the next RefreshView.
     void setDay(QDate day);
-    /// Presses the plan's hot spot of this field.
-    void pressField(int field);
-    /// Moves the clock text and, at a new hour, the marks of the rows.
-    void tick(const QString &timeText);
-    void showClipboard();
+    bool follow() override;
+    /// Moves the clock text, the alerts and, at a new hour, the marks of the rows.
+    void showTime(const QString &timeText) override;
+    /// The letters of the fields, Ctrl+C and Ctrl+V.
+    bool takeKey(const QKeyEvent &event) override;
     void addSpecialGroup(int group);
 
-    [[nodiscard]] LayoutPlan &plan() { return *m_plan; }
-    [[nodiscard]] PlayLists &playLists() { return *m_playLists; }
-    [[nodiscard]] SlotActions &actions() { return *m_actions; }
     /// What is selected on the grid, with the whole day round it.
     [[nodiscard]] DaySelection selection() const;
 
-signals:
+public Q_SLOTS:
+    void refreshPlan();
+    void showClipboard();
+
+Q_SIGNALS:
     void waitingListTouched();
-    /// Another entry of the waiting list is wanted for pasting.
-    void waitingEntryWanted(const QString &id);
-    /// Bookings may have changed, here or at another counter.
-    void dayRead(bool ok);
-    void clipboardChanged();
-    void clockClicked();
+    /// Bookings were read, here changed or at another counter.
+    void dayRead();
+    void planRead(const std::vector<FieldStatus> &status);
 
 private:
-    QWidget *makeDayChooser();
     QWidget *makeGrid();
     QWidget *makeHeading();
     QWidget *makeButtons();
     void connectActions();
-    void selectFieldUnderMouse();
     [[nodiscard]] int field() const;
-    bool read(bool quietly);
+    void takeWaitingEntry(const QString &id);
+    /// Who waits for a reading, and so what its failure means.
+    enum class Reading {
+        Asked,   ///< a person, who is told of an error
+        Told,    ///< a person who was told of one just now
+        ByItself ///< nobody
+    };
+    bool read(Reading reading);
+    /// False when the alerts could not be raised.
+    bool refreshAlerts();
+    void lookForAlerts();
     void showRows(std::vector<DayRow> rows);
     void showHeading();
     void showSelectedHour();
@@ -77,18 +82,14 @@ private:
     Station &m_station;
     BookingClipboard &m_clipboard;
     DayModel m_model;
-    QTimer m_dayClicked;
-    QString m_day;
+    AlertClock m_alertClock;
     int m_hourShown = -1;
     std::map<int, QString> m_histories; ///< by row, read since the last refresh
     bool m_historyReadable = false;     ///< no more after an error, so that the moving pointer does not repeat it
 
-    QLineEdit *m_fieldUnderMouse = nullptr;
-    QLineEdit *m_fieldSelected = nullptr;
-    LayoutPlan *m_plan = nullptr;
+    DayChooser *m_chooser = nullptr;
     ElidedLabel *m_fieldName = nullptr;
     QLabel *m_fieldInfo = nullptr;
-    QCalendarWidget *m_calendar = nullptr;
     QLabel *m_time = nullptr;
     QLabel *m_dayLabel = nullptr;
     QLabel *m_unread = nullptr;

@@ -84,9 +84,9 @@ private Q_SLOTS:
               "d\npitch2=East\ndisplay1=South pitch\n[Shared]\nShared0=0&1\nShared1=0&2\n");
         const AppSettings settings = loaded();
         QCOMPARE((std::vector<int>{settings.MaxFieldIndex, settings.CourtTypeIndex, settings.ThisCounter,
-                                   settings.SelectedCounter, settings.CounterCount, settings.SpecialGroupLimit,
-                                   settings.firstHour, settings.lastHour, settings.drawerPort}),
-                 (std::vector<int>{2, 1, 2, 2, 3, 5, 8, 2, 1}));
+                                   settings.CounterCount, settings.SpecialGroupLimit, settings.firstHour,
+                                   settings.lastHour, settings.drawerPort}),
+                 (std::vector<int>{2, 1, 2, 3, 5, 8, 2, 1}));
         QCOMPARE((QStringList{settings.frontPicture, settings.logoPicture, settings.webServer, settings.drawerCommand,
                               settings.drawerText})
                      .join(u'|'),
@@ -95,6 +95,8 @@ private Q_SLOTS:
                                             "PWD= p;}w\u00E9 ;OPTION=18475"_s);
         QCOMPARE(listed(settings.FieldNames), u"North|S\u00FCd|East"_s);
         QCOMPARE(listed(settings.FieldDisplayNames), u"pitch0|South pitch|pitch2"_s);
+        QCOMPARE((QStringList{settings.fieldName(1), settings.fieldName(3)}),
+                 (QStringList{u"South pitch"_s, u"Field 4"_s}));
         QCOMPARE(listed(settings.SharedFields), u"0&1|0&2"_s);
         QVERIFY(stored().contains("\nwebserver=localhost\ncashdrawercommport=1\n"));
         QVERIFY(stored().contains("\ndisplay1=South pitch\ndisplay0=pitch0\r\ndisplay2=pitch2\r\n[Shared]\n"));

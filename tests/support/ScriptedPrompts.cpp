@@ -2,6 +2,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -9,6 +11,21 @@ namespace {
 QString titled(const QString &text, const QString &title)
 {
     return title.isEmpty() ? text : text + u" ["_s + title + u']';
+}
+
+QString nameOf(Answer answer)
+{
+    return QStringList{u"ok"_s, u"cancel"_s, u"yes"_s, u"no"_s}.at(int(answer));
+}
+
+// "(question: yes NO)"
+QString boxOf(const Question &question)
+{
+    const QStringList icons{u"no icon"_s, u"information"_s, u"question"_s, u"warning"_s, u"critical"_s};
+    QStringList buttons;
+    for (const Answer answer : question.buttons)
+        buttons << (answer == question.defaultButton ? nameOf(answer).toUpper() : nameOf(answer));
+    return u'(' + icons.at(int(question.icon)) + u": "_s + buttons.join(u' ') + u')';
 }
 
 void failTest(const QString &text)
@@ -39,19 +56,26 @@ void ScriptedPrompts::refuse(const QString &text, const QString &title)
     answerTo(u"refuse: "_s + titled(text, title));
 }
 
-void ScriptedPrompts::inform(const QString &text)
+void ScriptedPrompts::inform(const QString &text, const QString &title)
 {
-    answerTo(m_script.value(0) == u"inform" ? u"inform"_s : u"inform: "_s + text);
+    answerTo(m_script.value(0) == u"inform" ? u"inform"_s : u"inform: "_s + titled(text, title));
 }
 
-bool ScriptedPrompts::confirm(const QString &question, const QString &title)
+Answer ScriptedPrompts::ask(const Question &question)
 {
-    return answerTo(u"confirm: "_s + titled(question, title)) == u"yes";
+    const QString box = boxOf(question);
+    const QString text = titled(question.text, question.title);
+    const QString pressed =
+        answerTo(box == u"(question: yes NO)" ? u"confirm: "_s + text : u"choose: "_s + text + u' ' + box);
+    const auto found = std::ranges::find(question.buttons, pressed, &nameOf);
+    if (found == question.buttons.end())
+        failTest(u"No such button: "_s + pressed);
+    return found == question.buttons.end() ? question.closed() : *found;
 }
 
-QString ScriptedPrompts::askText(const QString &question, int maxLength)
+QString ScriptedPrompts::askText(const QString &question, int maxLength, const QString &title)
 {
-    return answerTo(u"ask: "_s + question).left(maxLength);
+    return answerTo(u"ask: "_s + titled(question, title)).left(maxLength);
 }
 
 std::optional<Verification> ScriptedPrompts::verifyStaff(const QString &what)

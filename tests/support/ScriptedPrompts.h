@@ -11,6 +11,7 @@
 ///     verify Book Field 1, 15:00 -> anna staff (without the words: whatever they are)
 ///     ask: Enter reason … -> rain                   ask: Enter reason … ->
 ///     confirm: Confirm delete? [Important] -> yes
+///     choose: Is that right? [Important] (warning: ok CANCEL) -> ok      the default button in capitals
 ///     error: Error while accessing database
 /// What stands after "->" is the answer. A question that is not the next line, and a line that was never asked, fail
 /// the test.
@@ -25,9 +26,9 @@ public:
     [[nodiscard]] QString errorDescription() const { return m_errorDescription; }
 
     void refuse(const QString &text, const QString &title = {}) override;
-    void inform(const QString &text) override;
-    bool confirm(const QString &question, const QString &title) override;
-    QString askText(const QString &question, int maxLength) override;
+    void inform(const QString &text, const QString &title = {}) override;
+    Answer ask(const Question &question) override;
+    QString askText(const QString &question, int maxLength, const QString &title = {}) override;
     std::optional<Verification> verifyStaff(const QString &what) override;
     void showError(const QString &message, const QString &description) override;
 

@@ -40,7 +40,6 @@ AppSettings testSettings(const QString &connectionString, int counter)
     settings.FieldDisplayNames = settings.FieldNames;
     settings.SharedFields = {u"0&1"_s, u"0&2"_s, u"3&4"_s, u"3&5"_s};
     settings.ThisCounter = qint16(counter);
-    settings.SelectedCounter = settings.ThisCounter;
     settings.CounterCount = 2;
     return settings;
 }
@@ -57,7 +56,7 @@ void TestStation::setNow(const QString &moment)
     m_now = QDateTime::fromString(moment, u"yyyy-MM-dd HH:mm:ss"_s);
     if (!m_now.isValid())
         throw std::invalid_argument("No moment: " + moment.toStdString());
-    timeText = clockText(m_now);
+    readClock();
 }
 
 DaySelection drawnDay(const QString &day, int field, const QStringList &lines)

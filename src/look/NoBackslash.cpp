@@ -1,4 +1,4 @@
-#include "app/NoBackslash.h"
+#include "look/NoBackslash.h"
 
 #include "look/Look.h"
 
