@@ -28,7 +28,7 @@ void drawRow(DayRow &row, const QString &text)
 
 } // namespace
 
-AppSettings testSettings(const QString &connectionString, int counter)
+AppSettings testSettings(const QString &connectionString, int counter, const QStringList &pairs)
 {
     AppSettings settings;
     settings.ConnectionString = connectionString;
@@ -38,7 +38,7 @@ AppSettings testSettings(const QString &connectionString, int counter)
     for (int field = 0; field <= settings.MaxFieldIndex; ++field)
         settings.FieldNames[std::size_t(field)] = u"Field "_s + QString::number(field + 1);
     settings.FieldDisplayNames = settings.FieldNames;
-    settings.SharedFields = {u"0&1"_s, u"0&2"_s, u"3&4"_s, u"3&5"_s};
+    std::copy(pairs.cbegin(), pairs.cend(), settings.SharedFields.begin());
     settings.ThisCounter = qint16(counter);
     settings.SelectedCounter = settings.ThisCounter;
     settings.CounterCount = 2;
@@ -46,8 +46,14 @@ AppSettings testSettings(const QString &connectionString, int counter)
 }
 
 TestStation::TestStation(const PrivateServer &server, const QStringList &script, int counter)
+    : TestStation(server.connectionString(), script, counter)
+{
+}
+
+TestStation::TestStation(const QString &connectionString, const QStringList &script, int counter,
+                         const QStringList &pairs)
     : ScriptedPerson{ScriptedPrompts(script)},
-      Station(testSettings(server.connectionString(), counter), person, [this] { return m_now; })
+      Station(testSettings(connectionString, counter, pairs), person, [this] { return m_now; })
 {
     setNow(u"2026-11-14 14:59:59"_s);
 }

@@ -8,6 +8,10 @@
 
 #include <QStringList>
 
+/// The fields of the tests' centre that share their ground.
+inline const QStringList sharedPairs{QStringLiteral("0&1"), QStringLiteral("0&2"), QStringLiteral("3&4"),
+                                     QStringLiteral("3&5")};
+
 struct ScriptedPerson
 {
     ScriptedPrompts person;
@@ -19,6 +23,9 @@ struct ScriptedPerson
 struct TestStation : ScriptedPerson, Station
 {
     explicit TestStation(const PrivateServer &server, const QStringList &script = {}, int counter = 1);
+    /// At the server of this connection string, with these fields that share their ground.
+    explicit TestStation(const QString &connectionString, const QStringList &script = {}, int counter = 1,
+                         const QStringList &pairs = sharedPairs);
 
     /// "yyyy-mm-dd hh:mm:ss"; sets the clock that the main window shows, too.
     void setNow(const QString &moment);
@@ -29,7 +36,7 @@ private:
     QDateTime m_now;
 };
 
-AppSettings testSettings(const QString &connectionString, int counter = 1);
+AppSettings testSettings(const QString &connectionString, int counter = 1, const QStringList &pairs = sharedPairs);
 
 /// A day drawn as lines of text, with every hour that has no line free:
 ///     "09:00 Team A"    "10:00 Team A paid 50.00"    "11:00 +30"    "12:00 Team B tel 555"
