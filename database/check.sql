@@ -136,13 +136,14 @@ WHERE COALESCE((SELECT m_job FROM tbl_remark
                 ORDER BY m_id DESC LIMIT 1), '') <> 'book'
 
 UNION ALL
-SELECT 'a Partially Shared row without its remarks', a.b_datetime, parents.whole, ''
-FROM parents
-JOIN tbl_booking AS a ON a.b_field = parents.part AND a.b_exclusive = 1 AND a.b_staffname = ''
-GROUP BY a.b_datetime, parents.whole
-HAVING COUNT(*) > (SELECT COALESCE(SUM(IF(m_job = 'book', 1, -1)), 0) FROM tbl_remark
-                   WHERE m_datetime = a.b_datetime AND m_field = parents.whole
-                     AND m_job IN ('book', 'cancel') AND m_remark LIKE ' partially booked field %')
+SELECT 'a Partially Shared row without its remarks', counted.b_datetime, counted.whole, ''
+FROM (SELECT a.b_datetime, parents.whole, COUNT(*) AS bookings
+      FROM parents
+      JOIN tbl_booking AS a ON a.b_field = parents.part AND a.b_exclusive = 1 AND a.b_staffname = ''
+      GROUP BY a.b_datetime, parents.whole) AS counted
+WHERE counted.bookings > (SELECT COALESCE(SUM(IF(m_job = 'book', 1, -1)), 0) FROM tbl_remark
+                          WHERE m_datetime = counted.b_datetime AND m_field = counted.whole
+                            AND m_job IN ('book', 'cancel') AND m_remark LIKE ' partially booked field %')
 
 UNION ALL
 SELECT 'extra time without its remark', a.b_datetime, a.b_field, CONCAT(a.b_bookername, '; ', a.b_extratime)
