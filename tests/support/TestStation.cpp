@@ -46,14 +46,8 @@ AppSettings testSettings(const QString &connectionString, int counter, const QSt
 }
 
 TestStation::TestStation(const PrivateServer &server, const QStringList &script, int counter)
-    : TestStation(server.connectionString(), script, counter)
-{
-}
-
-TestStation::TestStation(const QString &connectionString, const QStringList &script, int counter,
-                         const QStringList &pairs)
     : ScriptedPerson{ScriptedPrompts(script)},
-      Station(testSettings(connectionString, counter, pairs), person, [this] { return m_now; })
+      Station(testSettings(server.connectionString(), counter), person, [this] { return m_now; })
 {
     setNow(u"2026-11-14 14:59:59"_s);
 }

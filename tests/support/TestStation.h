@@ -23,9 +23,6 @@ struct ScriptedPerson
 struct TestStation : ScriptedPerson, Station
 {
     explicit TestStation(const PrivateServer &server, const QStringList &script = {}, int counter = 1);
-    /// At the server of this connection string, with these fields that share their ground.
-    explicit TestStation(const QString &connectionString, const QStringList &script = {}, int counter = 1,
-                         const QStringList &pairs = sharedPairs);
 
     /// "yyyy-mm-dd hh:mm:ss"; sets the clock that the main window shows, too.
     void setNow(const QString &moment);
