@@ -4,6 +4,9 @@
 #include "support/DrawnRows.h"
 
 #include <QTest>
+#include <QThread>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -87,6 +90,26 @@ private Q_SLOTS:
             QCOMPARE(counter.act(u"book 18:00 3 Whole"_s), stands ? u"The field already being booked"_s : u"done"_s);
             QCOMPARE(findings(m_server), QStringList());
         }
+    }
+
+    // A server that went down hard gives numbers again that no row came to keep.
+    void numberOfAnother()
+    {
+        m_server.freshDatabase();
+        CuttingProxy proxy(m_server);
+        proxy.cutAt(u"COMMIT"_s, CuttingProxy::Cut::Unsent, true);
+        QString words;
+        const std::unique_ptr<QThread> counter(
+            QThread::create([&] { words = DeedCounter(proxy.connectionString()).act(u"book 18:00 8 Smith"_s); }));
+        counter->start();
+        QTRY_VERIFY(proxy.statements().contains(u"COMMIT"_s));
+        QTRY_COMPARE(m_server.rows(u"SELECT trx_id FROM information_schema.innodb_trx"_s), QStringList());
+        m_server.exec(u"ALTER TABLE tbl_remark AUTO_INCREMENT=1"_s);
+        QCOMPARE(DeedCounter(m_server.connectionString(), 2).act(u"book 18:00 7 Jones"_s), u"done"_s);
+        QCOMPARE(m_server.rows(u"SELECT m_id, m_field FROM tbl_remark"_s), QStringList{u"1|7"_s});
+        proxy.pass();
+        counter->wait();
+        QVERIFY2(words.contains(u" was not recorded"_s), qPrintable(words));
     }
 
 private:
