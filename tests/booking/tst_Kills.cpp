@@ -234,6 +234,7 @@ int main(int argc, char *argv[])
         RandomCounter(arguments[2], arguments[3].toInt(), arguments[4].toUInt()).run();
         return 0;
     }
+    qputenv("QTEST_FUNCTION_TIMEOUT", "3600000"); // many kills take their time
     tst_Kills test;
     return QTest::qExec(&test, argc, argv);
 }
