@@ -8,7 +8,10 @@
 #include <QTest>
 #include <QThread>
 
+#include <sys/prctl.h>
+
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <memory>
 
@@ -172,6 +175,7 @@ private:
         auto &counter = m_counters[std::size_t(index)];
         counter = std::make_unique<QProcess>();
         counter->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        counter->setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
         counter->start(
             QCoreApplication::applicationFilePath(),
             {u"--counter"_s, m_server.connectionString(), QString::number(index + 1), QString::number(++m_seed)});
