@@ -58,6 +58,8 @@ private Q_SLOTS:
         } catch (const std::exception &error) {
             told = QString::fromUtf8(error.what());
         }
+        // The next one on the same connection must not bring to light what was left open.
+        QVERIFY(Operation(station, u"Next"_s).run([] { return true; }));
         QCOMPARE(told, outcome);
         QCOMPARE(call, calls.toInt());
         QCOMPARE(m_server.rows(u"SELECT COUNT(*) FROM tbl_log"_s), QStringList{outcome == u"done" ? u"1"_s : u"0"_s});

@@ -110,25 +110,53 @@ private Q_SLOTS:
     }
 
     // The grid of the second counter still shows Smith.
-    void somebodyElseByNow_data()
+    void changedMeanwhile_data()
     {
+        // What happened to the hour, and what the deeds upon Smith come to.
         drawnRows(uR"(
-            clear         | clear
-            extra time    | extra
-            no extra time | noextra
-            rate          | rate
+            clear, rebooked    | rebook | clear   | This hour has changed meanwhile: Jones
+            extra, rebooked    | rebook | extra   | This hour has changed meanwhile: Jones
+            no extra, rebooked | rebook | noextra | This hour has changed meanwhile: Jones
+            rate, rebooked     | rebook | rate    | This hour has changed meanwhile: Jones
+            clear, marked      | UPDATE tbl_booking SET b_bookername='Shared Booking' | clear | This hour has changed meanwhile: Shared Booking
+            clear, paid        | UPDATE tbl_booking SET b_paid=0.01 | clear   | You cannot delete paid item
+            extra, paid        | UPDATE tbl_booking SET b_paid=0.01 | extra   | The slot already paid
+            no extra, paid     | UPDATE tbl_booking SET b_paid=0.01 | noextra | You cannot delete paid slot
+            rate, paid         | UPDATE tbl_booking SET b_paid=0.01 | rate    | The slot already paid
+            clear, free        | DELETE FROM tbl_booking | clear   | The field is empty
+            extra, free        | DELETE FROM tbl_booking | extra   | done
+            no extra, free     | DELETE FROM tbl_booking | noextra | done
+            rate, free         | DELETE FROM tbl_booking | rate    | This hour has changed meanwhile: it is free now
         )"_s);
     }
 
-    void somebodyElseByNow()
+    void changedMeanwhile()
     {
-        const auto [deed] = cells<1>();
-        prepare(u"book 18:00 8 Smith; clear 18:00 8 Smith; book 18:00 8 Jones"_s);
+        const auto [change, deed, words] = cells<3>();
+        prepare(u"book 18:00 8 Smith"_s);
+        if (change == u"rebook")
+            prepare(u"clear 18:00 8 Smith; book 18:00 8 Jones"_s);
+        else
+            m_server.exec(change);
         const QStringList before = tables();
         DeedCounter counter(m_server.connectionString());
-        QCOMPARE(counter.act(deed + u" 18:00 8 Smith"_s), u"This hour has changed meanwhile: Jones"_s);
+        QCOMPARE(counter.act(deed + u" 18:00 8 Smith"_s), words);
         QCOMPARE(tables(), before);
-        QCOMPARE(counter.act(deed + u" 18:00 8 Jones"_s), u"done"_s);
+        if (change == u"rebook")
+            QCOMPARE(counter.act(deed + u" 18:00 8 Jones"_s), u"done"_s);
+    }
+
+    // Marker rows may stand beside a booker, before him or after.
+    void bookerBesideMarkers()
+    {
+        const QString marker =
+            u"INSERT INTO tbl_booking SET b_datetime='2026-11-14 18:00:00', b_field=8, b_bookername='Shared Booking'"_s;
+        m_server.exec(marker);
+        m_server.exec(QString(marker).replace(u"Shared Booking"_s, u"Smith"_s));
+        m_server.exec(marker);
+        DeedCounter counter(m_server.connectionString());
+        for (const QString &deed : {u"extra"_s, u"noextra"_s, u"rate"_s, u"clear"_s})
+            QCOMPARE(counter.act(deed + u" 18:00 8 Smith"_s), u"done"_s);
     }
 
     void locksStandRoundTheTransaction()
@@ -146,6 +174,11 @@ private Q_SLOTS:
         QCOMPARE(counter.act(u"extra 18:00 4 Half"_s), u"done"_s);
         QCOMPARE(frame(), u"GET_LOCK 18:00; GET_LOCK 19:00; START TRANSACTION; COMMIT; "
                           "RELEASE_LOCK 19:00; RELEASE_LOCK 18:00"_s);
+        prepare(u"book 24:00 4 Late"_s);
+        m_server.startLog(); // in the order of their names, whatever the hours
+        QCOMPARE(counter.act(u"extra 24:00 4 Late"_s), u"done"_s);
+        QCOMPARE(frame(), u"GET_LOCK 01:00; GET_LOCK 24:00; START TRANSACTION; COMMIT; "
+                          "RELEASE_LOCK 24:00; RELEASE_LOCK 01:00"_s);
         m_server.startLog();
         QCOMPARE(counter.act(u"book 18:00 3 Whole"_s), taken);
         QCOMPARE(frame(), u"GET_LOCK 18:00; START TRANSACTION; ROLLBACK; RELEASE_LOCK 18:00"_s);
