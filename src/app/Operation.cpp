@@ -76,10 +76,12 @@ void Operation::rollBack()
     }
 }
 
-void Operation::insertProof(const QString &statement, const QString &table, const QString &idColumn)
+void Operation::insertProof(const QString &statement, const QString &table, const QString &idColumn,
+                            const QString &sameRow)
 {
     m_connection->execute(statement);
-    m_proof = sql(u"SELECT %1 FROM %2 WHERE %1=%3 LOCK IN SHARE MODE"_s, idColumn, table, m_connection->insertId());
+    m_proof = sql(u"SELECT %1 FROM %2 WHERE %1=%3 AND %4 LOCK IN SHARE MODE"_s, idColumn, table,
+                  m_connection->insertId(), sameRow);
 }
 
 // The row is asked for with a lock: where the old connection's transaction is still open on the server, the look waits

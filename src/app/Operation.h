@@ -28,8 +28,9 @@ public:
     qint64 execute(const QString &sql) { return m_connection->execute(sql); }
     [[nodiscard]] DbRows query(const QString &sql) { return m_connection->query(sql); }
     /// Like execute(), for an INSERT whose row proves afterwards that the operation stands. `table` has the
-    /// auto-increment column `idColumn`.
-    void insertProof(const QString &sql, const QString &table, const QString &idColumn);
+    /// auto-increment column `idColumn`; a server that went down hard may give the number to another row, so `sameRow`
+    /// is a condition that tells them apart.
+    void insertProof(const QString &sql, const QString &table, const QString &idColumn, const QString &sameRow);
 
 private:
     enum class Attempt { Done, Undone, Conflict };

@@ -1,8 +1,6 @@
 #include "app/SharedFields.h"
 
 #include <algorithm>
-#include <set>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -40,22 +38,27 @@ int SharedFields::parent(int field) const
 
 std::vector<int> SharedFields::onSameGround(int field) const
 {
+    const std::set<int> own = inside(field);
     std::set<int> found;
-    const auto follow = [&](int Pair::*from, int Pair::*to) {
-        std::vector<int> next{field};
-        while (!next.empty()) {
-            const int here = next.back();
-            next.pop_back();
-            for (const Pair &pair : m_pairs)
-                if (pair.*from == here && pair.*to != field && found.insert(pair.*to).second)
-                    next.push_back(pair.*to);
+    for (const Pair &pair : m_pairs)
+        for (const int other : {pair.whole, pair.part}) {
+            const std::set<int> theirs = inside(other);
+            if (other != field && std::any_of(theirs.cbegin(), theirs.cend(), [&](int f) { return own.contains(f); }))
+                found.insert(other);
         }
-    };
-    follow(&Pair::whole, &Pair::part);
-    const std::set<int> parts = std::exchange(found, {});
-    follow(&Pair::part, &Pair::whole);
-    found.insert(parts.cbegin(), parts.cend());
     return {found.cbegin(), found.cend()};
+}
+
+std::set<int> SharedFields::inside(int field) const
+{
+    std::set<int> found{field};
+    for (std::size_t before = 0; before != found.size();) {
+        before = found.size();
+        for (const Pair &pair : m_pairs)
+            if (found.contains(pair.whole))
+                found.insert(pair.part);
+    }
+    return found;
 }
 
 int SharedFields::ground(int field) const

@@ -2,6 +2,7 @@
 
 #include "app/Settings.h"
 
+#include <set>
 #include <vector>
 
 /// The pairs "A&B" of the settings' section "Shared": a booking on A takes B in full, a booking on B takes a part of A.
@@ -17,8 +18,8 @@ public:
     /// The A of the first pair whose B is this field, -1 when there is none.
     [[nodiscard]] int parent(int field) const;
 
-    /// Every other field that has ground in common with this one: its wholes and their wholes, its parts and theirs.
-    /// Two parts of one whole have none in common. Ascending.
+    /// Every other field that has ground in common with this one: its wholes and their wholes, its parts and theirs,
+    /// and the wholes of those. Two parts of one whole have none in common. Ascending.
     [[nodiscard]] std::vector<int> onSameGround(int field) const;
     /// One number for all fields that pairs connect, the lowest of them; -1 for a field that shares nothing.
     [[nodiscard]] int ground(int field) const;
@@ -29,5 +30,9 @@ private:
         int whole;
         int part;
     };
+
+    /// The field and its parts and theirs.
+    [[nodiscard]] std::set<int> inside(int field) const;
+
     std::vector<Pair> m_pairs;
 };

@@ -61,7 +61,9 @@ void insertCut(Operation &operation, const WaitingEntry &entry)
                               "w_bookerorg='%3', w_bookername='%4', w_field=%5, w_specialrate='%6', w_staffname='%7'"_s,
                               entry.dateTimeText, quoted(entry.booker.telephone), quoted(entry.booker.organisation),
                               quoted(entry.booker.name), entry.field, entry.booker.rateType, quoted(entry.staffName)),
-                          u"tbl_waitlist_clipboard"_s, u"w_id"_s);
+                          u"tbl_waitlist_clipboard"_s, u"w_id"_s,
+                          sql(u"w_datetime='%1' AND w_field=%2 AND w_bookername='%3'"_s, entry.dateTimeText,
+                              entry.field, quoted(entry.booker.name)));
 }
 
 } // namespace

@@ -29,11 +29,16 @@ QString historyLine(const DbRows &row)
 
 void writeRemark(const Station &station, Operation &operation, const Remark &remark)
 {
+    const QString now = sqlDateTime(station.now());
+    const QString slot = remark.slot.dateTimeText();
+    const QString staff = quoted(remark.staff);
     operation.insertProof(sql(u"INSERT INTO tbl_remark SET m_dotime='%1',%2m_datetime='%3', m_remark='%4', m_job='%5' "
                               ",m_field=%6, m_staff='%7', m_actiontime='%8'"_s,
-                              sqlDateTime(station.now()), remark.gap, remark.slot.dateTimeText(), quoted(remark.text),
-                              remark.job, remark.slot.field, quoted(remark.staff), station.timeText),
-                          u"tbl_remark"_s, u"m_id"_s);
+                              now, remark.gap, slot, quoted(remark.text), remark.job, remark.slot.field, staff,
+                              station.timeText),
+                          u"tbl_remark"_s, u"m_id"_s,
+                          sql(u"m_dotime='%1' AND m_datetime='%2' AND m_field=%3 AND m_job='%4' AND m_staff='%5'"_s,
+                              now, slot, remark.slot.field, remark.job, staff));
 }
 
 QString slotHistory(Database &database, const SlotKey &slot)

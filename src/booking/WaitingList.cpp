@@ -60,7 +60,8 @@ void addWaitingEntry(Station &station, const QString &staff, const QString &day,
                 "w_bookername='%5', w_field=%6, w_specialrate='%7', w_staffname='%8'"_s,
                 day, time, quoted(booker.telephone), quoted(booker.organisation), quoted(booker.name), field,
                 booker.rateType, quoted(staff)),
-            u"tbl_waitlist"_s, u"w_id"_s);
+            u"tbl_waitlist"_s, u"w_id"_s,
+            sql(u"w_datetime='%1 %2' AND w_field=%3 AND w_bookername='%4'"_s, day, time, field, quoted(booker.name)));
         return true;
     });
 }

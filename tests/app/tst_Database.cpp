@@ -2,6 +2,7 @@
 
 #include "app/Errors.h"
 #include "app/SqlText.h"
+#include "support/CuttingProxy.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestStation.h"
 
@@ -105,6 +106,23 @@ private Q_SLOTS:
         DbConnection(*m_database).execute(u"INSERT INTO tbl_log SET log_counter='', log_do=\"😀\""_s);
         QCOMPARE(m_server.rows(u"SELECT log_do FROM tbl_log WHERE log_counter=0 AND log_do<>'knock'"_s),
                  QStringList{u"😀"_s});
+    }
+
+    // Asking costs as much as a small statement, so only a connection that was silent for long is asked.
+    void isAskedOnlyAfterASilence()
+    {
+        CuttingProxy proxy(m_server);
+        Database database(proxy.connectionString());
+        for (int i = 0; i < 3; ++i)
+            DbConnection(database).execute(u"DO 0"_s);
+        QTest::qWait(4000);
+        DbConnection(database).execute(u"DO 0"_s);
+        QCOMPARE(proxy.pings(), 0);
+        QTest::qWait(5100);
+        DbConnection(database).execute(u"DO 0"_s);
+        DbConnection(database).execute(u"DO 0"_s);
+        QCOMPARE(proxy.pings(), 1);
+        QCOMPARE(proxy.statements().size(), 6);
     }
 
     void lossInTheMiddleOfAnOperation()

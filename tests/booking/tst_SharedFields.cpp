@@ -138,7 +138,7 @@ public:
     [[nodiscard]] QStringList remarks() const { return m_remarks; }
 
 private:
-    /// A booker on any part of the slot, on parts of parts, or on a whole but the first one.
+    /// A booker on any part of the slot, on parts of parts, on a whole but the first one, or on a whole of its parts.
     [[nodiscard]] bool isGroundTaken(const Slot &slot) const
     {
         const auto parent = parentOf(slot);
@@ -146,7 +146,10 @@ private:
             if (row.slot.day != slot.day || row.slot.hour != slot.hour || row.slot.field == slot.field ||
                 (parent && row.slot.field == parent->field))
                 continue;
-            if (contains(slot.field, row.slot.field) || contains(row.slot.field, slot.field))
+            if (contains(slot.field, row.slot.field) || contains(row.slot.field, slot.field) ||
+                std::ranges::any_of(m_pairs, [&](const auto &pair) {
+                    return contains(slot.field, pair.second) && contains(row.slot.field, pair.second);
+                }))
                 return true;
         }
         return false;

@@ -28,7 +28,7 @@ void drawRow(DayRow &row, const QString &text)
 
 } // namespace
 
-AppSettings testSettings(const QString &connectionString, int counter)
+AppSettings testSettings(const QString &connectionString, int counter, const QStringList &pairs)
 {
     AppSettings settings;
     settings.ConnectionString = connectionString;
@@ -38,7 +38,7 @@ AppSettings testSettings(const QString &connectionString, int counter)
     for (int field = 0; field <= settings.MaxFieldIndex; ++field)
         settings.FieldNames[std::size_t(field)] = u"Field "_s + QString::number(field + 1);
     settings.FieldDisplayNames = settings.FieldNames;
-    settings.SharedFields = {u"0&1"_s, u"0&2"_s, u"3&4"_s, u"3&5"_s};
+    std::copy(pairs.cbegin(), pairs.cend(), settings.SharedFields.begin());
     settings.ThisCounter = qint16(counter);
     settings.CounterCount = 2;
     return settings;

@@ -8,6 +8,10 @@
 
 #include <QStringList>
 
+/// The fields of the tests' centre that share their ground.
+inline const QStringList sharedPairs{QStringLiteral("0&1"), QStringLiteral("0&2"), QStringLiteral("3&4"),
+                                     QStringLiteral("3&5")};
+
 struct ScriptedPerson
 {
     ScriptedPrompts person;
@@ -29,7 +33,7 @@ private:
     QDateTime m_now;
 };
 
-AppSettings testSettings(const QString &connectionString, int counter = 1);
+AppSettings testSettings(const QString &connectionString, int counter = 1, const QStringList &pairs = sharedPairs);
 
 /// A day drawn as lines of text, with every hour that has no line free:
 ///     "09:00 Team A"    "10:00 Team A paid 50.00"    "11:00 +30"    "12:00 Team B tel 555"

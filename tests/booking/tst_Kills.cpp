@@ -1,0 +1,245 @@
+#include "support/Check.h"
+#include "support/DeedCounter.h"
+
+#include <QMap>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QSet>
+#include <QTest>
+#include <QThread>
+
+#include <sys/prctl.h>
+
+#include <array>
+#include <csignal>
+#include <cstdio>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int counterCount = 3;
+constexpr int lastField = 6; // two pitches with their halves, and a court that shares nothing
+const QStringList hours{u"18:00"_s, u"19:00"_s, u"20:00"_s, u"23:00"_s, u"24:00"_s, u"01:00"_s};
+
+void say(const QString &line)
+{
+    std::puts(qPrintable(line));
+    std::fflush(stdout);
+}
+
+/// A counter in a process of its own: random deeds until it is killed, each told before it is tried and after.
+class RandomCounter
+{
+public:
+    RandomCounter(const QString &connectionString, int number, quint32 seed)
+        : m_counter(connectionString, number),
+          m_prefix(u"c"_s + QString::number(number) + u'-' + QString::number(seed) + u'-'),
+          m_random(seed)
+    {
+    }
+
+    void run()
+    {
+        for (int n = 0;; ++n) {
+            const QString deed = anyDeed(n);
+            if (deed.isEmpty())
+                continue;
+            say(u"try "_s + deed);
+            const QString words = m_counter.act(deed);
+            say((words == u"done" ? u"did "_s : words.startsWith(u"failed") ? u"lost "_s : u"not "_s) + deed);
+            if (words.startsWith(u"failed"))
+                QThread::msleep(20); // the server is away
+        }
+    }
+
+private:
+    int below(int end) { return m_random.bounded(end); }
+
+    QString anySlot()
+    {
+        return u' ' + hours[below(int(hours.size()))] + u' ' + QString::number(below(lastField + 1)) + u' ';
+    }
+
+    QString anyDeed(int n)
+    {
+        const int choice = below(10);
+        if (choice < 4)
+            return u"book"_s + anySlot() + m_prefix + QString::number(n);
+        if (choice == 4)
+            return waiting(n);
+        if (choice == 5)
+            return u"paste"_s + anySlot().chopped(1);
+        const std::array deeds{u"clear"_s, u"clear"_s, u"extra"_s, u"noextra"_s, u"rate"_s};
+        const QString booker = anyBooker();
+        return booker.isEmpty() ? QString() : deeds[std::size_t(below(deeds.size()))] + booker;
+    }
+
+    /// Puts somebody on the waiting list and takes the list's first one.
+    QString waiting(int n)
+    {
+        try {
+            addWaitingEntry(m_counter.station, u"anna"_s, u"2026-11-14"_s, u"18:00:00"_s, 1,
+                            {u"w"_s + m_prefix + QString::number(n), {}, {}, {}});
+        } catch (const std::exception &) {
+            return {};
+        }
+        return u"cut"_s;
+    }
+
+    /// " hour field name" of a booker who stands now.
+    QString anyBooker()
+    {
+        try {
+            DbRows rows = DbConnection(m_counter.station.database)
+                              .query(u"SELECT SUBSTRING(b_datetime, 12, 5) AS hour, b_field, b_bookername FROM "
+                                     "tbl_booking WHERE b_exclusive=1 ORDER BY RAND() LIMIT 1"_s);
+            if (rows.next())
+                return u' ' + rows.text("hour") + u' ' + rows.text("b_field") + u' ' + rows.text("b_bookername");
+        } catch (const std::exception &) {
+            QThread::msleep(20);
+        }
+        return {};
+    }
+
+    DeedCounter m_counter;
+    QString m_prefix;
+    QRandomGenerator m_random;
+};
+
+/// What the counters said, put together.
+struct Ledger
+{
+    QSet<QString> booked;  ///< bookings that a counter called done: "hour field name"
+    QSet<QString> cleared; ///< bookings that some counter tried to clear, done or not
+    QMap<QString, int> counts;
+
+    void read(const QString &line)
+    {
+        const QString word = line.section(u' ', 0, 0);
+        const QString deed = line.section(u' ', 1, 1);
+        ++counts[word];
+        if (word == u"did" && deed == u"book")
+            booked << line.section(u' ', 2);
+        if (word == u"try" && deed == u"clear")
+            cleared << line.section(u' ', 2);
+    }
+};
+
+} // namespace
+
+/// Three counters do random things to shared ground, while the server or one of them is killed at random moments. After
+/// each kill the tables are whole, and what a counter called done stands. TAMSORA_KILLS says how many kills.
+class tst_Kills : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void randomKills()
+    {
+        const int kills =
+            qEnvironmentVariableIsSet("TAMSORA_KILLS") ? qEnvironmentVariableIntValue("TAMSORA_KILLS") : 6;
+        for (int i = 0; i < counterCount; ++i)
+            startCounter(i);
+        int ofTheServer = 0;
+        for (int n = 0; n < kills; ++n) {
+            work(100 + m_random.bounded(400));
+            // Two kills of the server on one of a counter.
+            const int victim = m_random.bounded(3 * 3);
+            if (victim < counterCount) {
+                killCounter(victim);
+                checkTables(n);
+                startCounter(victim);
+            } else {
+                ++ofTheServer;
+                m_server.kill();
+                m_server.start();
+                checkTables(n);
+            }
+            if (QTest::currentTestFailed())
+                break;
+        }
+        for (int i = 0; i < counterCount; ++i)
+            killCounter(i);
+        qInfo("%d kills, %d of the server; %d deeds tried, %d done, %d refused, %d failed; %d bookings acknowledged",
+              kills, ofTheServer, m_ledger.counts[u"try"_s], m_ledger.counts[u"did"_s], m_ledger.counts[u"not"_s],
+              m_ledger.counts[u"lost"_s], int(m_ledger.booked.size()));
+        QVERIFY2(m_ledger.counts[u"did"_s] > 10 * kills, "The counters came to do nearly nothing: this shows nothing");
+        QVERIFY2(m_ledger.counts[u"lost"_s] > 0 || ofTheServer == 0, "No kill met a deed");
+    }
+
+private:
+    void startCounter(int index)
+    {
+        auto &counter = m_counters[std::size_t(index)];
+        counter = std::make_unique<QProcess>();
+        counter->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        counter->setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        counter->start(
+            QCoreApplication::applicationFilePath(),
+            {u"--counter"_s, m_server.connectionString(), QString::number(index + 1), QString::number(++m_seed)});
+        QVERIFY(counter->waitForStarted());
+    }
+
+    void killCounter(int index)
+    {
+        auto &counter = m_counters[std::size_t(index)];
+        counter->kill();
+        QVERIFY(counter->waitForFinished());
+        listen();
+    }
+
+    /// Lets the counters work so long, and hears what they say.
+    void work(int milliseconds)
+    {
+        QTest::qWait(milliseconds);
+        listen();
+    }
+
+    void listen()
+    {
+        for (const auto &counter : m_counters) {
+            if (counter->state() == QProcess::Running)
+                while (counter->waitForReadyRead(0))
+                    ;
+            while (counter->canReadLine())
+                m_ledger.read(QString::fromUtf8(counter->readLine()).trimmed());
+        }
+    }
+
+    // The bookings are those acknowledged before the look, without those that were being cleared up to after it.
+    void checkTables(int kill)
+    {
+        listen();
+        const QSet<QString> booked = m_ledger.booked;
+        const QStringList faults = findings(m_server);
+        const auto standing = m_server.rows(u"SELECT CONCAT(SUBSTRING(b_datetime, 12, 5), ' ', b_field, ' ', "
+                                            "b_bookername) FROM tbl_booking WHERE b_exclusive=1"_s);
+        listen();
+        const QSet<QString> lost = booked - m_ledger.cleared - QSet<QString>(standing.cbegin(), standing.cend());
+        const QStringList words = faults + QStringList(lost.cbegin(), lost.cend());
+        QVERIFY2(words.isEmpty(),
+                 qPrintable(u"After kill "_s + QString::number(kill + 1) + u": "_s + words.join(u"; "_s)));
+    }
+
+    PrivateServer m_server;
+    std::array<std::unique_ptr<QProcess>, counterCount> m_counters;
+    Ledger m_ledger;
+    QRandomGenerator m_random{20261114};
+    int m_seed = 0;
+};
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() == 5 && arguments[1] == u"--counter") {
+        RandomCounter(arguments[2], arguments[3].toInt(), arguments[4].toUInt()).run();
+        return 0;
+    }
+    qputenv("QTEST_FUNCTION_TIMEOUT", "3600000"); // many kills take their time
+    tst_Kills test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_Kills.moc"

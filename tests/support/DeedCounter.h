@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/Station.h"
+#include "booking/BookingClipboard.h"
+#include "support/TestStation.h"
+
+#include <QStringList>
+
+/// A counter whose person confirms everything as an administrator and remembers what was told. It does what a line of
+/// text says, on 14 November 2026:
+///     book 18:00 3 Whole        clear 18:00 4 Left        extra 18:00 8 Smith        noextra 18:00 8 Smith
+///     rate 18:00 8 Smith        cut                       paste 19:00 7
+/// The name is who is booked, or who stands in the grid. "cut" takes the first entry of the waiting list, and "paste"
+/// books it.
+class DeedCounter : private Prompts
+{
+public:
+    explicit DeedCounter(const QString &connectionString, int number = 1, const QStringList &pairs = sharedPairs);
+
+    /// Gives "done", what was told, or "failed: " and the error.
+    QString act(const QString &deed);
+    /// What was told since the last time.
+    QStringList takeTold() { return std::exchange(m_told, {}); }
+
+    Station station;
+
+private:
+    QString attempt(const QStringList &words);
+    QString paste(const SlotKey &slot);
+
+    void refuse(const QString &text, const QString & /*title*/ = {}) override { m_told << text; }
+    void inform(const QString &text) override { m_told << text; }
+    bool confirm(const QString & /*question*/, const QString & /*title*/) override { return true; }
+    QString askText(const QString & /*question*/, int /*maxLength*/) override { return QStringLiteral("rain"); }
+    std::optional<Verification> verifyStaff() override;
+    void showError(const QString &message, const QString &description) override { m_told << message + description; }
+
+    BookingClipboard m_clipboard;
+    QStringList m_told;
+};
