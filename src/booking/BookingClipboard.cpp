@@ -66,6 +66,16 @@ void insertCut(Operation &operation, const WaitingEntry &entry)
                               entry.field, quoted(entry.booker.name)));
 }
 
+// The booker of a slot, whatever marks of shared ground stand beside it.
+std::optional<Booker> bookerAmong(DbRows &rows)
+{
+    std::optional<Booker> found;
+    while (rows.next())
+        if (!found || isMarkerText(found->name))
+            found = bookerOf(rows);
+    return found;
+}
+
 } // namespace
 
 QString clipboardTable(const Station &station)
@@ -92,14 +102,14 @@ bool copySlot(Station &station, BookingClipboard &clipboard, const DaySelection 
     connection.execute(u"TRUNCATE TABLE "_s + table);
     DbRows rows = connection.query(
         sql(u"SELECT * FROM tbl_booking where b_datetime='%1' AND b_field=%2"_s, slot.dateTimeText(), slot.field));
-    if (!rows.next()) {
+    const std::optional<Booker> booker = bookerAmong(rows);
+    if (!booker) {
         station.prompts.refuse(u"You cannot copy empty slot"_s);
         return false;
     }
-    const Booker booker = bookerOf(rows);
-    insertCopy(connection, table, slot, booker);
+    insertCopy(connection, table, slot, *booker);
     clipboard.copied = slot;
-    clipboard.copiedBooker = booker;
+    clipboard.copiedBooker = *booker;
     return true;
 }
 

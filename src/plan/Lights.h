@@ -17,7 +17,7 @@ struct LightCommit
 };
 
 /// Stores the light states of a field as a new row of tbl_light, once a staff member has confirmed who they are and
-/// that it is meant. False when they did not: nothing is written. Throws DbError.
+/// that it is meant. False when they did not: nothing is written. Throws DbError and NotDone.
 bool commitLights(Station &station, int field, const LightRows &rows);
 
 /// A field's last commits, newest first. Throws DbError.
