@@ -41,15 +41,6 @@ extra_times AS (
                                                 SUBSTRING(b_datetime, 12, 2) + 1), 2, '0'), ':00:00') AS next_hour
     FROM tbl_booking
     WHERE b_extratime > 0 AND SUBSTRING(b_datetime, 12, 2) <> IF(COALESCE(@last_hour, 0) = 0, 24, LPAD(@last_hour, 2, '0'))
-),
--- The newest remark about a slot's own booking, whose words are neither of the two for marker rows.
-last_remarks AS (
-    SELECT m_datetime, m_field, m_job
-    FROM tbl_remark
-    WHERE m_id IN (SELECT MAX(m_id) FROM tbl_remark
-                   WHERE m_job IN ('book', 'cancel')
-                     AND m_remark <> ' shared booking' AND m_remark NOT LIKE ' partially booked field %'
-                   GROUP BY m_datetime, m_field)
 )
 
 SELECT 'two bookers in one slot' AS fault, b_datetime AS slot, b_field AS field,
@@ -115,17 +106,26 @@ FROM tbl_booking WHERE b_exclusive IS NULL
 GROUP BY b_datetime, b_field, b_bookername HAVING COUNT(*) > 1
 
 UNION ALL
+-- The newest remark about a slot's own booking, whose words are neither of the two for marker rows, tells of a booking.
 SELECT 'a booking without its remark', a.b_datetime, a.b_field, a.b_bookername
 FROM tbl_booking AS a
-LEFT JOIN last_remarks ON last_remarks.m_datetime = a.b_datetime AND last_remarks.m_field = a.b_field
-WHERE a.b_exclusive = 1 AND a.b_staffname = '' AND COALESCE(last_remarks.m_job, '') <> 'book'
+WHERE a.b_exclusive = 1 AND a.b_staffname = ''
+  AND COALESCE((SELECT own.m_job FROM tbl_remark AS own
+                WHERE own.m_datetime = a.b_datetime AND own.m_field = a.b_field AND own.m_job IN ('book', 'cancel')
+                  AND own.m_remark <> ' shared booking' AND own.m_remark NOT LIKE ' partially booked field %'
+                ORDER BY own.m_id DESC LIMIT 1), '') <> 'book'
 
 UNION ALL
-SELECT 'a booking that is gone without a remark', last_remarks.m_datetime, last_remarks.m_field, ''
-FROM last_remarks
-LEFT JOIN tbl_booking AS a
-    ON a.b_datetime = last_remarks.m_datetime AND a.b_field = last_remarks.m_field AND a.b_exclusive = 1
-WHERE last_remarks.m_job = 'book' AND a.b_id IS NULL
+SELECT 'a booking that is gone without a remark', own.m_datetime, own.m_field, own.m_remark
+FROM tbl_remark AS own
+WHERE own.m_job = 'book'
+  AND own.m_remark <> ' shared booking' AND own.m_remark NOT LIKE ' partially booked field %'
+  AND NOT EXISTS (SELECT 1 FROM tbl_booking AS a
+                  WHERE a.b_datetime = own.m_datetime AND a.b_field = own.m_field AND a.b_exclusive = 1)
+  AND NOT EXISTS (SELECT 1 FROM tbl_remark AS later
+                  WHERE later.m_datetime = own.m_datetime AND later.m_field = own.m_field
+                    AND later.m_id > own.m_id AND later.m_job IN ('book', 'cancel')
+                    AND later.m_remark <> ' shared booking' AND later.m_remark NOT LIKE ' partially booked field %')
 
 UNION ALL
 SELECT 'a Shared Booking row without its remark', a.b_datetime, shared_pairs.part, ''

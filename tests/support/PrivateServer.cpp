@@ -139,7 +139,8 @@ void PrivateServer::start()
 {
     m_process.start(u"mariadbd"_s,
                     serverSettings + accountOption() +
-                        QStringList{u"--datadir="_s + m_folder.filePath(u"data"_s), u"--socket="_s + socketPath()});
+                        QStringList{u"--datadir="_s + m_folder.filePath(u"data"_s), u"--socket="_s + socketPath(),
+                                    u"--tmpdir="_s + m_folder.path()}); // servers clear a common one at their start
     const QDeadlineTimer deadline(60'000);
     while (!connectTo(socketPath())) {
         if (deadline.hasExpired() || m_process.waitForFinished(0)) {
