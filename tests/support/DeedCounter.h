@@ -29,10 +29,13 @@ private:
     QString paste(const SlotKey &slot);
 
     void refuse(const QString &text, const QString & /*title*/ = {}) override { m_told << text; }
-    void inform(const QString &text) override { m_told << text; }
-    bool confirm(const QString & /*question*/, const QString & /*title*/) override { return true; }
-    QString askText(const QString & /*question*/, int /*maxLength*/) override { return QStringLiteral("rain"); }
-    std::optional<Verification> verifyStaff() override;
+    void inform(const QString &text, const QString & /*title*/ = {}) override { m_told << text; }
+    Answer ask(const Question &question) override { return question.buttons.front(); }
+    QString askText(const QString & /*question*/, int /*maxLength*/, const QString & /*title*/) override
+    {
+        return QStringLiteral("rain");
+    }
+    std::optional<Verification> verifyStaff(const QString &what) override;
     void showError(const QString &message, const QString &description) override { m_told << message + description; }
 
     BookingClipboard m_clipboard;
