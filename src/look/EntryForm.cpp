@@ -90,8 +90,8 @@ QLabel *EntryForm::addMessage(const QString &objectName, const QString &widest)
     makeRoomBeside();
     QLabel *message = plainLabel();
     message->setObjectName(objectName);
-    m_grid->setColumnMinimumWidth(
-        Message, std::max(m_grid->columnMinimumWidth(Message), fontMetrics().horizontalAdvance(widest + u"  "_s)));
+    m_messageWidth = std::max(m_messageWidth, fontMetrics().horizontalAdvance(widest + u"  "_s));
+    m_grid->setColumnMinimumWidth(Message, m_messageWidth);
     m_grid->addWidget(message, m_grid->rowCount() - 1, Message);
     return message;
 }

@@ -43,5 +43,6 @@ private:
     void makeRoomBeside();
 
     QGridLayout *m_grid;
+    int m_messageWidth = 0;
     std::vector<QWidget *> m_boxes; ///< in the order in which Enter goes through them
 };

@@ -31,7 +31,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int space = 8;
-constexpr int playListWidth = 216;
+constexpr int playListWidth = 240;
 
 // The letter keys follow the top letter row from right to left, so that the fields lie under one hand.
 constexpr std::array fieldKeys{Qt::Key_P, Qt::Key_O, Qt::Key_I, Qt::Key_U, Qt::Key_Y,
