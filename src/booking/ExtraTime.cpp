@@ -128,17 +128,12 @@ private:
             return {false, u"The slot already paid"_s};
         if (m_operation.query(u"SELECT * FROM tbl_booking"_s + condition(m_slot)).size() == 0)
             return {};
-        const Result sold{false, u"The field already being booked"_s};
-        if (isNextHourSold(m_operation, m_station, m_slot, GroundLook::Snapshot))
-            return sold;
+        if (isNextHourSold(m_operation, m_station, m_slot))
+            return {false, u"The field already being booked"_s};
         m_operation.execute(sql(u"UPDATE tbl_booking SET b_extratime=%1%2"_s, int(minutes), condition(m_slot)));
         writeRemark(m_station, m_operation,
                     {m_slot, u" for player adding "_s + QString::number(minutes) + u" minutes more "_s, u"extra time"_s,
                      m_staff});
-        // Fields that share their ground hold a lock; on the others the hour may have been sold since the look.
-        if (m_station.shared.ground(m_slot.field) < 0 &&
-            isNextHourSold(m_operation, m_station, m_slot, GroundLook::Locking))
-            return sold;
         return {true};
     }
 

@@ -89,14 +89,14 @@ bool isGroundTaken(Operation &operation, const Station &station, const SlotKey &
     return false;
 }
 
-bool isNextHourSold(Operation &operation, const Station &station, const SlotKey &slot, GroundLook look)
+bool isNextHourSold(Operation &operation, const Station &station, const SlotKey &slot)
 {
     const QString after = hourAfter(slot.hourText, station.hours());
     if (after.isEmpty())
         return false;
     std::vector<int> ground = station.shared.onSameGround(slot.field);
     ground.push_back(slot.field);
-    DbRows rows = rowsAt(operation, {slot.day, after, slot.field}, ground, look);
+    DbRows rows = rowsAt(operation, {slot.day, after, slot.field}, ground, GroundLook::Snapshot);
     while (rows.next())
         if (rows.number("b_field") == slot.field || !isMarker(rows.text("b_bookername")))
             return true;

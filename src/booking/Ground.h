@@ -26,8 +26,9 @@ enum class GroundLook { Snapshot, Locking };
 bool isGroundTaken(Operation &operation, const Station &station, const SlotKey &slot, GroundLook look);
 
 /// True when extra time of the slot would run into ground that is sold in the following hour, on its own field or on
-/// another one. Reads tbl_booking.
-bool isNextHourSold(Operation &operation, const Station &station, const SlotKey &slot, GroundLook look);
+/// another one. Reads tbl_booking. On a field without a lock the slot must be held already: a booking of the following
+/// hour looks at it before it ends, so that one of the two sees the other.
+bool isNextHourSold(Operation &operation, const Station &station, const SlotKey &slot);
 
 /// Who holds a slot by now: the booker, or a marker text where no booker stands.
 struct SlotHolder
