@@ -10,6 +10,7 @@
 #include <array>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -63,6 +64,17 @@ qsizetype payloadSize(const QByteArray &packets)
 {
     const auto byte = [&](qsizetype i) { return qsizetype(static_cast<unsigned char>(packets[i])); };
     return byte(0) | byte(1) << 8 | byte(2) << 16;
+}
+
+/// The server's greeting, but for its offer to compress.
+QByteArray plainGreeting(QByteArray packet)
+{
+    constexpr qsizetype versionToFlags = 14; // its end, the connection's number, the scramble and a filler
+    constexpr char compress = 0x20;
+    const qsizetype flags = packet.indexOf('\0', headerSize + 1) + versionToFlags;
+    if (flags < packet.size())
+        packet[flags] = char(packet[flags] & ~compress);
+    return packet;
 }
 
 } // namespace
@@ -232,7 +244,8 @@ void CuttingProxy::fromServer(Link &link)
     if (bytes.isEmpty() || link.losesAnswer)
         link.isCut = true;
     else if (!vanishes())
-        link.answers.push_back({Clock::now() + m_delay, bytes});
+        link.answers.push_back(
+            {Clock::now() + m_delay, std::exchange(link.isGreeted, true) ? bytes : plainGreeting(bytes)});
 }
 
 // Passes on the packets that are whole.

@@ -12,8 +12,8 @@
 #include <vector>
 
 /// Stands between a program and a test's server, on a unix socket of its own, and does what a bad network does, at a
-/// moment that is exact: statements are told apart and counted. Connections must not be compressed, and those of
-/// connectionString() are not. The session's own settings are no statements here.
+/// moment that is exact: statements are told apart and counted. Connections are not compressed. The session's own
+/// settings are no statements here.
 class CuttingProxy
 {
 public:
@@ -63,6 +63,7 @@ private:
         int server = -1;
         QByteArray packets = {}; ///< of the client, the last one perhaps incomplete
         std::vector<Held> answers = {};
+        bool isGreeted = false;
         bool isHeld = false;
         bool losesAnswer = false;
         bool isCut = false;

@@ -170,6 +170,16 @@ void PrivateServer::kill()
     end(&QProcess::kill);
 }
 
+void PrivateServer::pause() const
+{
+    ::kill(pid_t(m_process.processId()), SIGSTOP);
+}
+
+void PrivateServer::resume() const
+{
+    ::kill(pid_t(m_process.processId()), SIGCONT);
+}
+
 QString PrivateServer::socketPath() const
 {
     return m_folder.filePath(u"socket"_s);

@@ -16,8 +16,10 @@ public:
     PrivateServer &operator=(const PrivateServer &) = delete;
 
     void start();
-    void stop(); ///< the ordinary way, with all data kept
-    void kill(); ///< as by a power failure
+    void stop();        ///< the ordinary way, with all data kept
+    void kill();        ///< as by a power failure
+    void pause() const; ///< answers nobody, also no function of this class, until resume() or an end
+    void resume() const;
 
     [[nodiscard]] QString socketPath() const;
     /// For AppSettings::ConnectionString. The account of the program is not the one that the functions below use.

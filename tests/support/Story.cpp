@@ -54,6 +54,27 @@ QString textOf(const QString &name)
     return u"-"_s;
 }
 
+EventLoopWatch::EventLoopWatch()
+{
+    constexpr int pulseMilliseconds = 20;
+    m_pulse.setTimerType(Qt::PreciseTimer);
+    m_pulse.setInterval(pulseMilliseconds);
+    QObject::connect(&m_pulse, &QTimer::timeout, [this] { m_longest = std::max(m_longest, m_since.restart()); });
+}
+
+void EventLoopWatch::begin()
+{
+    m_longest = 0;
+    m_since.start();
+    m_pulse.start();
+}
+
+qint64 EventLoopWatch::longestGap()
+{
+    m_pulse.stop();
+    return std::max(m_longest, m_since.elapsed());
+}
+
 void Story::initTestCase()
 {
     qputenv("XDG_CONFIG_HOME", m_config.path().toUtf8());
@@ -158,6 +179,20 @@ void Story::perform(const QString &word, const QString &about)
         });
     else if (word == u"server")
         d->step(about, [=, this] { server(about); });
+    else if (word == u"press")
+        d->step(u"press "_s + about, [=] { press(about); });
+    else if (word == u"keys")
+        d->step(u"keys "_s + about, [=] { typeKeys(about); });
+    else if (word == u"settled") // nothing is waited for any more
+        d->await(word, [this] { return !m_program->station()->database.isWaiting(); });
+    else if (word == u"watch")
+        d->step(word, [this] { m_watch.begin(); });
+    else if (word == u"alive") // since "watch"
+        expect(u"alive"_s, [this] {
+            constexpr qint64 mostMilliseconds = 500;
+            const qint64 gap = m_watch.longestGap();
+            return gap < mostMilliseconds ? u"alive"_s : u"away for "_s + QString::number(gap) + u" ms"_s;
+        });
     else if (word == u"clock")
         d->step(about, [this] {
             m_program->mainWindow()->resize(1366, 768);
@@ -181,10 +216,34 @@ void Story::server(const QString &what)
 {
     if (what == u"cuts")
         m_server.cutConnections();
+    else if (what == u"pauses")
+        m_server.pause();
+    else if (what == u"resumes")
+        m_server.resume();
     else if (what != u"comes")
         m_server.kill();
     if (what == u"comes" || what == u"restarts")
         m_server.start();
+}
+
+void Story::press(const QString &name)
+{
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows)
+        for (const QWidget *control : window->findChildren<QWidget *>(name))
+            if (control->isVisible() && control->window() == window) {
+                const QPoint middle = control->mapTo(window, control->rect().center());
+                QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, middle);
+                return;
+            }
+    QFAIL(qPrintable(u"Nothing to press: "_s + name));
+}
+
+void Story::typeKeys(const QString &keys)
+{
+    QVERIFY(QGuiApplication::focusWindow());
+    for (const QChar key : keys)
+        QTest::keyClick(QGuiApplication::focusWindow(), key.toLatin1());
 }
 
 void Story::hover(const QString &hour)

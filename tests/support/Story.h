@@ -5,8 +5,10 @@
 #include "schedule/frm_Main.h"
 #include "support/PrivateServer.h"
 
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -23,6 +25,21 @@ int rowOf(const QString &hour);
 QString shownBookings();
 /// What a control says, or a window's title; "-" when there is no such control to be seen.
 QString textOf(const QString &name);
+
+/// Measures how long the event loop was away.
+class EventLoopWatch
+{
+public:
+    EventLoopWatch();
+    void begin();
+    /// Milliseconds, since begin().
+    [[nodiscard]] qint64 longestGap();
+
+private:
+    QTimer m_pulse;
+    QElapsedTimer m_since;
+    qint64 m_longest = 0;
+};
 
 /// The language of the stories: what happens at a counter in the real windows, on 14 November 2026, from 14:59:59.
 class Story : public QObject
@@ -50,6 +67,9 @@ protected:
         d->step(expected, [=] { QCOMPARE(QString(ask()), expected); });
     }
     void server(const QString &what);
+    /// A person's press on a control, whether a window is open over it or not, and keys to the window that has them.
+    static void press(const QString &name);
+    static void typeKeys(const QString &keys);
     static void hover(const QString &hour);
 
     void book(const QString &hour, int field, const QString &name) const;
@@ -67,4 +87,5 @@ protected:
     std::unique_ptr<Program> m_program;
     std::unique_ptr<WindowDriver> d;
     int m_errors = 0; ///< error windows shown in this story
+    EventLoopWatch m_watch;
 };
