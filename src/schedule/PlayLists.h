@@ -4,6 +4,8 @@
 
 #include <QTabWidget>
 
+#include <map>
+
 class QGroupBox;
 class QLabel;
 class QPlainTextEdit;
@@ -28,6 +30,8 @@ public:
 private:
     QWidget *makeRegisters();
     QWidget *makeLists();
+    /// Lists are laid out and painted anew only when they change.
+    void show(QPlainTextEdit *list, const QString &text);
     QPushButton *addRegisterButton(const QString &name, const QString &caption, const QString &iconName);
 
     const std::vector<QString> m_fieldNames;
@@ -37,4 +41,5 @@ private:
     QPlainTextEdit *m_next = nullptr;
     QPlainTextEdit *m_hour = nullptr;
     QLabel *m_hourTitle = nullptr;
+    std::map<QPlainTextEdit *, QString> m_texts;
 };
