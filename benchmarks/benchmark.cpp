@@ -115,7 +115,11 @@ private:
     };
 
     // An hour in which every counter is open.
-    static QDateTime halfPastTwo() { return {QDate::currentDate(), QTime(14, 30)}; }
+    static QDateTime halfPastTwo()
+    {
+        static const QDate today = QDate::currentDate();
+        return {today, QTime(14, 30)};
+    }
 
     void makeDatabase()
     {

@@ -133,7 +133,11 @@ void frm_Main::load()
     m_lights->resetSwitches();
     bool ok = attempt([this] { loadSpecialGroups(); }, true);
     ok &= attempt([this] { SetCounterStaffShiftStatus(m_station.database, m_station.settings.ThisCounter, 0); }, ok);
+    // Looked at before the day is read, so that the first tick does not read and paint everything once more.
+    m_watch.look(m_station);
     ok &= m_booking->afterOperation(ok);
+    if (ok)
+        m_watch.shown();
     ok &= attempt([this] { m_waiting->read(); }, ok);
     attempt([this] { showCounter(m_shownCounter); }, ok);
     const int hour = m_station.now().time().hour();
