@@ -125,7 +125,7 @@ int groupOf(const QLayoutItem &item)
 } // namespace
 
 PlayLists::PlayLists(std::vector<QString> fieldNames, QWidget *parent)
-    : QTabWidget(parent), m_fieldNames(std::move(fieldNames))
+    : SteadyTabs(parent), m_fieldNames(std::move(fieldNames))
 {
     setObjectName(u"SSTab2"_s);
     addTab(makeRegisters(), u"Re&gisters"_s);

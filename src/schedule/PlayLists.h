@@ -1,8 +1,7 @@
 #pragma once
 
+#include "look/SteadyTabs.h"
 #include "schedule/DaySchedule.h"
-
-#include <QTabWidget>
 
 #include <map>
 
@@ -13,7 +12,7 @@ class QPushButton;
 class QVBoxLayout;
 
 /// SSTab2, beside the grid: page 0 opens the registers, page 1 tells who plays round the present hour.
-class PlayLists : public QTabWidget
+class PlayLists : public SteadyTabs
 {
     Q_OBJECT
 

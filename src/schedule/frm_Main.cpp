@@ -8,6 +8,7 @@
 #include "counter/page_Counter.h"
 #include "counter/page_Shifts.h"
 #include "look/Look.h"
+#include "look/SteadyTabs.h"
 #include "plan/PlacedPicture.h"
 #include "plan/page_Lights.h"
 #include "schedule/page_Booking.h"
@@ -38,7 +39,7 @@ frm_Main::frm_Main(Station &station, QWidget *parent)
 {
     setObjectName(u"frm_Main"_s);
     setWindowTitle(QApplication::applicationName());
-    m_tabs = new QTabWidget;
+    m_tabs = new SteadyTabs;
     m_tabs->setObjectName(u"SSTab1"_s);
     m_tabs->setDocumentMode(true);
     addPages();
