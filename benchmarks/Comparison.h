@@ -9,7 +9,7 @@
 struct Comparison
 {
     QString name;
-    double wantedRatio = 1.15;
+    double wantedRatio = 1.10;
     double allowance = 0; ///< what the program may take on top, in the line's own unit
     std::vector<double> ours = {};
     std::vector<double> bare = {};

@@ -16,6 +16,8 @@
 #include "schedule/frm_Main.h"
 #include "schedule/page_Booking.h"
 
+#include <QScopeGuard>
+
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -23,6 +25,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int field = 1; // a half of the pitch 0
+constexpr int sharedPitch = 0;
+constexpr int plainCourt = 6;
 constexpr int weeks = 8;
 constexpr int starts = 9;
 const QString staff = u"bench"_s;
@@ -83,7 +87,7 @@ public:
         m_station.readClock();
     }
 
-    /// All of "refresh", "operations" and "windows", or only the ones that are named.
+    /// All of "refresh", "operations", "flushed" and "windows", or only the ones that are named.
     void run(const QStringList &wanted)
     {
         const auto isWanted = [&](const QString &part) { return wanted.isEmpty() || wanted.contains(part); };
@@ -95,6 +99,8 @@ public:
             compareOperations();
         if (isWanted(u"windows"_s))
             compareWindows();
+        if (isWanted(u"flushed"_s))
+            compareFlushed();
     }
 
 private:
@@ -109,7 +115,11 @@ private:
     };
 
     // An hour in which every counter is open.
-    static QDateTime halfPastTwo() { return {QDate::currentDate(), QTime(14, 30)}; }
+    static QDateTime halfPastTwo()
+    {
+        static const QDate today = QDate::currentDate();
+        return {today, QTime(14, 30)};
+    }
 
     void makeDatabase()
     {
@@ -126,7 +136,8 @@ private:
     {
         for (int week = 0; week < weeks; ++week) {
             const QByteArray day = sqlDate(m_day.addDays(qint64(week) * 7)).toUtf8();
-            m_root.sendAll({"DELETE FROM tbl_booking WHERE b_datetime LIKE '" + day + "%' AND b_field < 3",
+            m_root.sendAll({"DELETE FROM tbl_booking WHERE b_datetime LIKE '" + day +
+                                "%' AND b_field <= " + QByteArray::number(plainCourt),
                             "DELETE FROM tbl_remark WHERE m_datetime LIKE '" + day + "%'"});
         }
     }
@@ -139,27 +150,40 @@ private:
         return log.statements();
     }
 
+    double round(const Operation &operation, const std::function<void()> &work)
+    {
+        m_root.sendAll(operation.before);
+        const double taken = milliseconds(work);
+        takeAwayBookings();
+        return taken;
+    }
+
+    /// Warms everything up and gives the statements.
+    QByteArrayList firstRound(const Operation &operation)
+    {
+        QByteArrayList statements;
+        round(operation, [&] { statements = statementsOf(operation.ours); });
+        return statements;
+    }
+
+    void measure(const Operation &operation, const QByteArrayList &statements, int i, Comparison &comparison)
+    {
+        // Who comes second finds the server's memory warmer.
+        const auto bare = [&] { comparison.bare.push_back(round(operation, [&] { m_bare.sendAll(statements); })); };
+        if (i % 2 == 1)
+            bare();
+        comparison.ours.push_back(round(operation, operation.ours));
+        if (i % 2 == 0)
+            bare();
+    }
+
     /// Compares and prints; gives the statements.
     QByteArrayList compare(const Operation &operation)
     {
         Comparison comparison{operation.name};
-        const auto round = [&](const std::function<void()> &work) {
-            m_root.sendAll(operation.before);
-            const double taken = milliseconds(work);
-            takeAwayBookings();
-            return taken;
-        };
-        QByteArrayList statements;
-        round([&] { statements = statementsOf(operation.ours); });
-        for (int i = 0; i < operation.rounds; ++i) {
-            // Who comes second finds the server's memory warmer.
-            const auto bare = [&] { comparison.bare.push_back(round([&] { m_bare.sendAll(statements); })); };
-            if (i % 2 == 1)
-                bare();
-            comparison.ours.push_back(round(operation.ours));
-            if (i % 2 == 0)
-                bare();
-        }
+        const QByteArrayList statements = firstRound(operation);
+        for (int i = 0; i < operation.rounds; ++i)
+            measure(operation, statements, i, comparison);
         comparison.print();
         return statements;
     }
@@ -200,10 +224,41 @@ private:
         compare({u"RefreshAlert for 16 fields"_s, 201, [&] { RefreshAlert(largeCentre, captions); }});
     }
 
+    /// With a server that writes to the disk at every commit one operation is one commit, however many rows it has.
+    void compareFlushed()
+    {
+        constexpr int rounds = 101;
+        const QByteArray setting = "SET GLOBAL innodb_flush_log_at_trx_commit=";
+        const QByteArray before = m_root.column("SELECT @@GLOBAL.innodb_flush_log_at_trx_commit").value(0);
+        m_root.send(setting + '1');
+        const auto back = qScopeGuard([&] { m_root.send(setting + before); });
+        const auto bookOn = [&](int wanted) {
+            return [this, wanted] {
+                const Booker booker{u"Harbour Team"_s, u"Harbour School"_s, u"0612345678"_s, {}};
+                const auto outcome = doBooking(m_station, staff, {{sqlDate(m_day), u"10:00"_s, wanted}, booker});
+                require(outcome == BookingOutcome::Booked, "doBooking refused");
+            };
+        };
+        Comparison plain{u"flushed: doBooking of a court"_s};
+        Comparison shared{u"flushed: doBooking of a pitch with two halves"_s};
+        const Operation ofCourt{plain.name, rounds, bookOn(plainCourt)};
+        const Operation ofPitch{shared.name, rounds, bookOn(sharedPitch)};
+        const QByteArrayList courtStatements = firstRound(ofCourt);
+        const QByteArrayList pitchStatements = firstRound(ofPitch);
+        for (int i = 0; i < rounds; ++i) {
+            measure(ofCourt, courtStatements, i, plain);
+            measure(ofPitch, pitchStatements, i, shared);
+        }
+        plain.print();
+        shared.print();
+        QTextStream(stdout) << "name\tshared\tplain\tratio" << Qt::endl;
+        Comparison{u"flushed: a shared booking against a plain one"_s, 1.3, 0, shared.ours, plain.ours}.print();
+    }
+
     void compareRefresh()
     {
         constexpr int rounds = 41;
-        constexpr double painting = 5;
+        constexpr double painting = 4;
         frm_Main window(m_station);
         window.resize(window.screen()->availableGeometry().size());
         window.show();
@@ -223,16 +278,22 @@ private:
             statements.at(std::size_t(day)) = statementsOf([&] { page->RefreshView(); });
             paint();
         }
-        Comparison whole{u"RefreshView"_s, 1.15, painting};
-        Comparison unpainted{u"RefreshView without its painting"_s};
+        Comparison whole{u"RefreshView"_s, 1.05, painting};
+        Comparison unpainted{u"RefreshView without its painting"_s, 1.05};
         for (int i = 0; i < rounds; ++i) {
             chooseDay(i);
             paint();
+            const auto bare = [&] {
+                whole.bare.push_back(milliseconds([&] { m_bare.sendAll(statements.at(std::size_t(i % 2))); }));
+            };
+            if (i / 2 % 2 == 1)
+                bare();
             const double read = milliseconds([&] { page->RefreshView(); });
             const double painted = milliseconds(paint);
+            if (i / 2 % 2 == 0)
+                bare();
             unpainted.ours.push_back(read);
             whole.ours.push_back(read + painted);
-            whole.bare.push_back(milliseconds([&] { m_bare.sendAll(statements.at(std::size_t(i % 2))); }));
         }
         unpainted.bare = whole.bare;
         whole.print();
@@ -250,7 +311,7 @@ private:
         while (!afterLogin.isEmpty() && !afterLogin.front().contains("tbl_staff"))
             afterLogin.removeFirst();
         Comparison start{u"start to login window"_s, 1.5};
-        Comparison main{u"login to main window"_s, 1.5};
+        Comparison main{u"login to main window"_s, 2.0};
         Comparison memory{u"peak memory"_s, 1.5};
         for (int i = 0; i < starts; ++i) {
             const StartedWindows ours = program();

@@ -87,7 +87,8 @@ QString formatNumber(double value, const QString &pattern)
 
 QString formatTwoDigits(int value)
 {
-    return formatNumber(value, u"0#"_s);
+    const QString digits = QString::number(std::abs(value)).rightJustified(2, u'0');
+    return value < 0 ? u'-' + digits : digits;
 }
 
 QString plainNumber(double value)

@@ -19,6 +19,15 @@ constexpr double farthest = 1e6; // a place beyond it is a slip of the keyboard
 constexpr QSizeF preferred{640, 640};
 constexpr QSizeF least{160, 160};
 
+QImage readPicture(const QString &file, QSize size)
+{
+    QImageReader reader(file);
+    reader.setDecideFormatFromContent(true);
+    if (!size.isEmpty())
+        reader.setScaledSize(size);
+    return reader.read();
+}
+
 } // namespace
 
 PlacedPicture::PlacedPicture(QWidget *parent) : QWidget(parent)
@@ -45,8 +54,16 @@ void PlacedPicture::loadPicture(const QString &section)
     if (m_place.width() <= leastSize || m_place.height() <= leastSize)
         m_place = QRectF(QPointF(), m_pictureSize);
     m_picture = {};
+    startReading();
     updateGeometry();
     update();
+}
+
+void PlacedPicture::startReading()
+{
+    m_coming = {};
+    if (!m_image.isEmpty() && isVisible())
+        m_coming = std::async(std::launch::async, readPicture, pictureFile(m_image, devicePixelRatioF()), QSize());
 }
 
 void PlacedPicture::setAlignment(Qt::Alignment alignment)
@@ -107,10 +124,15 @@ void PlacedPicture::drawSharply()
     const QSize size = (pictureRect().size() * ratio).toSize();
     if (m_image.isEmpty() || size.isEmpty() || size == m_picture.size())
         return;
-    QImageReader reader(pictureFile(m_image, ratio));
-    reader.setDecideFormatFromContent(true);
-    reader.setScaledSize(size);
-    m_picture = QPixmap::fromImage(reader.read());
+    QImage image;
+    if (m_coming.valid()) {
+        image = m_coming.get();
+        if (!image.isNull())
+            image = image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    } else {
+        image = readPicture(pictureFile(m_image, ratio), size);
+    }
+    m_picture = QPixmap::fromImage(std::move(image));
     m_picture.setDevicePixelRatio(ratio);
     if (m_picture.isNull())
         m_image.clear();

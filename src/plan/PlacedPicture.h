@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QImage>
 #include <QPixmap>
 #include <QTimer>
 #include <QWidget>
+
+#include <future>
 
 /// A picture of the main window, read from the program's folder and placed as the settings say. The settings' places
 /// are meant on a canvas that reaches from 0, 0 to the picture's far corner; the canvas is scaled to the widget and
@@ -41,12 +44,15 @@ protected:
 
 private:
     [[nodiscard]] QSizeF canvasSize() const;
+    /// Has the file read while the window still waits for the database.
+    void startReading();
     void drawSharply();
 
     QString m_image; // file name; empty when there is none to read
     QSizeF m_pictureSize;
     QRectF m_place; // on the canvas
     Qt::Alignment m_alignment = Qt::AlignCenter;
-    QPixmap m_picture; // in the size in which it is shown; the file is read again for another size
+    QPixmap m_picture;            // in the size in which it is shown; the file is read again for another size
+    std::future<QImage> m_coming; // in its own size
     QTimer m_sharpener;
 };

@@ -12,7 +12,9 @@ public:
     /// True when the remarks are not those that stood when the day was shown last. Quiet: gives up after a second and
     /// throws nothing. Reads tbl_remark.
     bool hasMoved(Station &station);
-    /// The day was read again after hasMoved().
+    /// The same look, whoever reads the day anyway.
+    void look(Station &station) { static_cast<void>(hasMoved(station)); }
+    /// The day was read again after the look.
     void shown() { m_shown = m_newest; }
 
     /// Notes whether the database answers; to be asked once a second.

@@ -15,19 +15,51 @@ void DayModel::build(WorkingHours hours)
 void DayModel::show(std::vector<DayRow> rows, const std::vector<bool> &past, int presentRow)
 {
     Q_ASSERT(rows.size() == m_rows.size() && past.size() == rows.size());
-    m_rows = std::move(rows);
-    m_past = past;
-    m_read = true;
-    m_presentRow = presentRow;
-    Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    change([&] {
+        m_rows = std::move(rows);
+        m_past = past;
+        m_read = true;
+        m_presentRow = presentRow;
+    });
 }
 
 void DayModel::showUnread()
 {
-    for (DayRow &row : m_rows)
-        row = {row.hour, row.hourRange, row.twelveHour};
-    m_read = false;
-    Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    change([this] {
+        for (DayRow &row : m_rows)
+            row = {row.hour, row.hourRange, row.twelveHour};
+        m_read = false;
+    });
+}
+
+// Cells next to each other are told of together: a view repaints one rectangle.
+void DayModel::change(const std::function<void()> &step)
+{
+    const std::vector<ShownRow> before = shownRows();
+    step();
+    const std::vector<ShownRow> after = shownRows();
+    for (std::size_t row = 0; row < after.size(); ++row) {
+        const std::size_t first = row;
+        while (row < after.size() && after[row] != before[row])
+            ++row;
+        if (row > first)
+            Q_EMIT dataChanged(index(int(first), 0), index(int(row) - 1, ColumnCount - 1));
+    }
+}
+
+std::vector<DayModel::ShownRow> DayModel::shownRows() const
+{
+    std::vector<ShownRow> shown;
+    shown.reserve(m_rows.size());
+    for (int row = 0; row < rowCount(); ++row) {
+        ShownRow &next = shown.emplace_back();
+        for (int column = 0; column < ColumnCount; ++column)
+            next.texts.at(std::size_t(column)) = text(m_rows[std::size_t(row)], column);
+        next.state = stateOfRow(row);
+        next.past = m_past[std::size_t(row)];
+        next.mark = markOf(row);
+    }
+    return shown;
 }
 
 int DayModel::rowCount(const QModelIndex &parent) const

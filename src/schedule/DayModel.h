@@ -4,6 +4,9 @@
 
 #include <QAbstractTableModel>
 
+#include <array>
+#include <functional>
+
 /// The rows of one business day under the grid: hour range, twelve-hour label, booker, telephone, paid state.
 class DayModel : public QAbstractTableModel
 {
@@ -35,6 +38,19 @@ public:
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    struct ShownRow
+    {
+        std::array<QString, ColumnCount> texts;
+        RowState state = RowState::NotRead;
+        bool past = false;
+        Mark mark = NoMark;
+
+        bool operator==(const ShownRow &) const = default;
+    };
+
+    [[nodiscard]] std::vector<ShownRow> shownRows() const;
+    /// Tells of the rows that the step changed, and of no other.
+    void change(const std::function<void()> &step);
     [[nodiscard]] QString text(const DayRow &row, int column) const;
     /// What a screen reader says: the hour with its row's state, the booker, or why there is none.
     [[nodiscard]] QString spokenText(int row, int column) const;

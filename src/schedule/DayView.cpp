@@ -78,14 +78,13 @@ public:
     }
 
 private:
-    static void paintText(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index,
-                          RowState state, bool selected)
+    void paintText(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index, RowState state,
+                   bool selected) const
     {
         const auto mark = DayModel::Mark(index.data(DayModel::MarkRole).toInt());
         QString text = index.data().toString();
         QColor colour = toneOf(state).text;
-        QFont font = option.font;
-        font.setBold(selected || mark != DayModel::NoMark);
+        bool inWords = false;
         if (mark != DayModel::NoMark) {
             const Look::Tone &tone = mark == DayModel::PresentHour ? Look::presentHour : Look::hourBefore;
             painter.fillRect(option.rect.adjusted(2, 2, -2, -2), tone.background);
@@ -93,8 +92,9 @@ private:
             paintSign(painter, option.rect, mark, colour);
         } else if (text.isEmpty() && index.column() == DayModel::BookerName) {
             text = stateInWords(state);
-            font.setItalic(true);
+            inWords = true;
         }
+        const QFont &font = fontOf(option.font, selected || mark != DayModel::NoMark, inWords);
         painter.setFont(font);
         painter.setPen(colour);
         const int left = index.column() == DayModel::TwelveHour ? cellMargin + signRoom : cellMargin;
@@ -102,6 +102,19 @@ private:
         const int alignment = index.column() == DayModel::Paid ? Qt::AlignRight : Qt::AlignLeft;
         painter.drawText(box, alignment | Qt::AlignVCenter | Qt::TextSingleLine,
                          QFontMetrics(font).elidedText(text, Qt::ElideRight, box.width()));
+    }
+
+    // Made once: a font that was changed is looked up anew, and for every cell that takes longer than its text.
+    const QFont &fontOf(const QFont &plain, bool bold, bool italic) const
+    {
+        if (m_fonts.empty() || m_fonts.front() != plain) {
+            m_fonts.assign(4, plain);
+            for (const std::size_t i : {1U, 2U, 3U}) {
+                m_fonts[i].setBold((i & 1U) != 0);
+                m_fonts[i].setItalic((i & 2U) != 0);
+            }
+        }
+        return m_fonts[(bold ? 1U : 0U) + (italic ? 2U : 0U)];
     }
 
     // A full triangle points at the present hour, a hollow one back at the hour before: not told by colour alone.
@@ -137,6 +150,8 @@ private:
         if (column == DayModel::ColumnCount - 1)
             painter.fillRect(QRect(rect.right() - line + 1, rect.top(), line, rect.height()), Look::accent);
     }
+
+    mutable std::vector<QFont> m_fonts; ///< plain, bold, italic, both
 };
 
 } // namespace

@@ -125,7 +125,7 @@ int groupOf(const QLayoutItem &item)
 } // namespace
 
 PlayLists::PlayLists(std::vector<QString> fieldNames, QWidget *parent)
-    : QTabWidget(parent), m_fieldNames(std::move(fieldNames))
+    : SteadyTabs(parent), m_fieldNames(std::move(fieldNames))
 {
     setObjectName(u"SSTab2"_s);
     addTab(makeRegisters(), u"Re&gisters"_s);
@@ -183,13 +183,21 @@ QWidget *PlayLists::makeLists()
 
 void PlayLists::showDay(const DaySchedule &schedule)
 {
-    m_current->setPlainText(schedule.currentPlayers);
-    m_previous->setPlainText(schedule.previousPlayers);
-    m_next->setPlainText(schedule.nextPlayers);
+    show(m_current, schedule.currentPlayers);
+    show(m_previous, schedule.previousPlayers);
+    show(m_next, schedule.nextPlayers);
 }
 
 void PlayLists::showHour(const QString &hourText, const QString &players)
 {
     m_hourTitle->setText(hourText.isEmpty() ? u"Selected hour on all fields"_s : hourText + u" on all fields"_s);
-    m_hour->setPlainText(players);
+    show(m_hour, players);
+}
+
+void PlayLists::show(QPlainTextEdit *list, const QString &text)
+{
+    if (m_texts[list] == text)
+        return;
+    m_texts[list] = text;
+    list->setPlainText(text);
 }

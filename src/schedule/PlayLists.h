@@ -1,8 +1,9 @@
 #pragma once
 
+#include "look/SteadyTabs.h"
 #include "schedule/DaySchedule.h"
 
-#include <QTabWidget>
+#include <map>
 
 class QGroupBox;
 class QLabel;
@@ -11,7 +12,7 @@ class QPushButton;
 class QVBoxLayout;
 
 /// SSTab2, beside the grid: page 0 opens the registers, page 1 tells who plays round the present hour.
-class PlayLists : public QTabWidget
+class PlayLists : public SteadyTabs
 {
     Q_OBJECT
 
@@ -28,6 +29,8 @@ public:
 private:
     QWidget *makeRegisters();
     QWidget *makeLists();
+    /// Lists are laid out and painted anew only when they change.
+    void show(QPlainTextEdit *list, const QString &text);
     QPushButton *addRegisterButton(const QString &name, const QString &caption, const QString &iconName);
 
     const std::vector<QString> m_fieldNames;
@@ -37,4 +40,5 @@ private:
     QPlainTextEdit *m_next = nullptr;
     QPlainTextEdit *m_hour = nullptr;
     QLabel *m_hourTitle = nullptr;
+    std::map<QPlainTextEdit *, QString> m_texts;
 };

@@ -8,6 +8,7 @@
 #include "counter/page_Counter.h"
 #include "counter/page_Shifts.h"
 #include "look/Look.h"
+#include "look/SteadyTabs.h"
 #include "plan/PlacedPicture.h"
 #include "plan/page_Lights.h"
 #include "schedule/page_Booking.h"
@@ -38,7 +39,7 @@ frm_Main::frm_Main(Station &station, QWidget *parent)
 {
     setObjectName(u"frm_Main"_s);
     setWindowTitle(QApplication::applicationName());
-    m_tabs = new QTabWidget;
+    m_tabs = new SteadyTabs;
     m_tabs->setObjectName(u"SSTab1"_s);
     m_tabs->setDocumentMode(true);
     addPages();
@@ -133,7 +134,11 @@ void frm_Main::load()
     m_lights->resetSwitches();
     bool ok = attempt([this] { loadSpecialGroups(); }, true);
     ok &= attempt([this] { SetCounterStaffShiftStatus(m_station.database, m_station.settings.ThisCounter, 0); }, ok);
+    // Looked at before the day is read, so that the first tick does not read and paint everything once more.
+    m_watch.look(m_station);
     ok &= m_booking->afterOperation(ok);
+    if (ok)
+        m_watch.shown();
     ok &= attempt([this] { m_waiting->read(); }, ok);
     attempt([this] { showCounter(m_shownCounter); }, ok);
     const int hour = m_station.now().time().hour();
