@@ -205,7 +205,8 @@ private Q_SLOTS:
         script(logIn + court + u" | select 16:00"_s);
         hang();
         script(u"select 18:00 | settled | tick 15:30:02 | settled | tick 15:31:00 | settled | errors 0 | "
-               "press btn_Refresh | see lbl_Waiting Waiting for the answer of the database server … | press btn_Book | "
+               "press btn_Refresh | press btn_Book | press lbl_Counter | see lbl_Waiting Waiting for the answer of the "
+               "database server … | press btn_Book | "
                "keys x | press btn_Refresh | tick 15:31:10 | click btn_GiveUp | error Error while accessing database | "
                "errors 1"_s);
         goOn();
@@ -217,7 +218,7 @@ private Q_SLOTS:
         goOn();
         script(u"click btn_Go | closed frm_VerifyUser | type txt_BookerName Team A"_s);
         hang();
-        script(u"press cmd_OK | press cmd_OK | keys xy | press btn_Book | "
+        script(u"press cmd_OK | press cmd_OK | press txt_BookerName | keys xy | press btn_Book | "
                "see lbl_Waiting The booking of pitch6, Saturday 14 November 2026, 18:00 waits for the database … | "
                "keys xy | press cmd_OK | "
                "tick 15:31:20 | press btn_GiveUp | error Error while loading form | errors 3 | "
@@ -241,7 +242,8 @@ private Q_SLOTS:
             QTimer::singleShot(2000, this, [&] { proxy.letGo(); });
         });
         script(
-            u"watch | press cmd_OK | press cmd_OK | keys xy | press btn_Book | see frm_Waiting Tamsora | "
+            u"watch | press cmd_OK | press cmd_OK | press cmd_Cancel | press txt_BookerName | keys xy | press btn_Book "
+            u"| see frm_Waiting Tamsora | "
             "press cmd_OK | keys xy | press btn_Book | press btn_Refresh | tick 15:30:02 | see btn_GiveUp &Give up | "
             "closed frm_Booker | settled | alive | grid 18:00 Team A, 19:00 Team A | errors 0"_s);
         play();
