@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QFont>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
@@ -112,6 +113,43 @@ private:
     }
 };
 
+// A drawing that is read when it is first shown. QIcon would read it when it is made, and most stand in menus and on
+// pages that may never be opened.
+class LateDrawing : public QIconEngine
+{
+public:
+    explicit LateDrawing(QString file) : m_file(std::move(file)) {}
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        drawing().paint(painter, rect, Qt::AlignCenter, mode, state);
+    }
+    QSize actualSize(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return drawing().actualSize(size, mode, state);
+    }
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return drawing().pixmap(size, 1, mode, state);
+    }
+    QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State state, qreal /*scale*/) override
+    {
+        return pixmap(size, mode, state);
+    }
+    [[nodiscard]] QIconEngine *clone() const override { return new LateDrawing(*this); }
+
+private:
+    const QIcon &drawing()
+    {
+        if (m_drawing.isNull())
+            m_drawing = QIcon(m_file);
+        return m_drawing;
+    }
+
+    QString m_file;
+    QIcon m_drawing;
+};
+
 QPalette palette()
 {
     const QColor white(255, 255, 255);
@@ -168,5 +206,5 @@ void Look::applyTo(QCalendarWidget &calendar)
 
 QIcon Look::icon(const QString &name)
 {
-    return QIcon(u":/icons/"_s + name + u".svg"_s);
+    return QIcon(new LateDrawing(u":/icons/"_s + name + u".svg"_s));
 }
