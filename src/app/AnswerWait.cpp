@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -12,6 +13,7 @@
 namespace {
 
 constexpr qint64 longestInPlace = 100; // milliseconds that the event loop may be away
+constexpr qint64 heldAfter = 400;      // what is typed before is kept for afterwards
 constexpr qint64 toldAfter = 500;
 constexpr int asked = 10;
 
@@ -96,6 +98,10 @@ AnswerWait::End AnswerWait::runLoop(qintptr socket, SocketPoll::Ready wanted, co
     QTimer telling;
     telling.setSingleShot(true);
     WaitSign *const sign = m_quiet ? nullptr : m_sign;
+    const auto released = qScopeGuard([sign] {
+        if (sign)
+            sign->release();
+    });
     if (sign) {
         sign->hold();
         QObject::connect(&telling, &QTimer::timeout, &loop, [&] { sign->show(m_what, giveUp); });
@@ -112,12 +118,10 @@ AnswerWait::End AnswerWait::runLoop(qintptr socket, SocketPoll::Ready wanted, co
             break;
         }
         ending.start(clamped(deadline.remainingTime()));
-        const bool interrupted = loop.exec(m_quiet ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents) != 0;
-        if (interrupted) // the application ends
+        if (loop.exec(m_quiet ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents) !=
+            0) // the application ends
             givenUp = true;
     }
-    if (sign)
-        sign->release();
     m_waited += here.elapsed();
     m_away.invalidate();
     return end;

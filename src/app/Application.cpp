@@ -1,6 +1,7 @@
 #include "app/Application.h"
 
 #include "app/Errors.h"
+#include "look/ClosingClicks.h"
 #include "look/Look.h"
 
 #include <QScopedValueRollback>
@@ -12,6 +13,7 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv)
     setApplicationName(u"Tamsora"_s);
     setApplicationVersion(QLatin1StringView(TAMSORA_VERSION));
     Look::apply(*this);
+    installEventFilter(new ClosingClicks(this));
 }
 
 bool Application::notify(QObject *receiver, QEvent *event)

@@ -1,6 +1,7 @@
 #include "app/CounterTables.h"
 
 #include "app/Errors.h"
+#include "app/SqlText.h"
 
 #include <QStringList>
 
@@ -43,7 +44,7 @@ void countTables(DbConnection &connection, std::initializer_list<TableKind *> ki
     while (tables.next()) {
         const QString name = tables.text(0U);
         for (TableKind *kind : kinds)
-            if (name == kind->baseName + QString::number(kind->count + 1))
+            if (name == counterTable(kind->baseName, kind->count + 1))
                 ++kind->count;
     }
 }

@@ -12,10 +12,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 connectMilliseconds = 5000;
+constexpr qint64 connectMilliseconds = 10000; // it takes several answers
 constexpr qint64 answerMilliseconds = 15000;
 constexpr qint64 pingMilliseconds = 2000;
 constexpr qint64 quietMilliseconds = 1000;
+constexpr qint64 quietAgainMilliseconds = 300; // while it is known not to answer
 constexpr qint64 trustedMilliseconds = 5000;
 
 // The option bits of the connection string that the client library knows; the others concern the driver's own cursors.
@@ -26,7 +27,8 @@ constexpr unsigned optionCompress = 2048;
 constexpr std::array sessionSettings{
     // Numbers arrive as quoted text, an empty receipt number as '', texts between double quotes. Who waits longer than
     // a second for a row is told so. A counter that has vanished in the middle of an operation holds nothing for long.
-    "SET SESSION sql_mode='', sql_auto_is_null=0, innodb_lock_wait_timeout=1 /*M! , idle_transaction_timeout=20 */",
+    "SET SESSION sql_mode='', sql_auto_is_null=0, innodb_lock_wait_timeout=1, wait_timeout=120 "
+    "/*M! , idle_transaction_timeout=8 */",
     "SET SESSION TRANSACTION ISOLATION LEVEL REPEATABLE READ",
 };
 
@@ -97,9 +99,9 @@ void Database::finish(int status, const QDeadlineTimer &deadline, const QString 
     while (status != 0)
         status = go(MYSQL_WAIT_TIMEOUT);
     drop();
-    throw DbError(end == AnswerWait::End::GivenUp ? u"The database server did not answer, and the wait was given up"_s
-                                                  : u"The database server does not answer"_s,
-                  CR_SERVER_LOST, sql);
+    if (end == AnswerWait::End::GivenUp)
+        throw GivenUp(sql);
+    throw DbError(u"The database server does not answer"_s, CR_SERVER_LOST, sql);
 }
 
 bool Database::pause(int milliseconds, const QString &what)
@@ -119,29 +121,19 @@ void Database::begin(const QString &what)
 
 void Database::open()
 {
+    const QDeadlineTimer end = deadline(connectMilliseconds);
     const QString &server = m_options.server;
     if (server.startsWith(u'/') || !needsLookUp(server)) {
-        connectTo(server);
+        connectTo(server, end);
         return;
     }
-    // The library would stand still while it looks the name up.
-    QHostInfo found;
-    bool ready = false;
-    QObject receiver;
-    QHostInfo::lookupHost(server, &receiver, [&](const QHostInfo &info) {
-        found = info;
-        ready = true;
-    });
-    m_wait.waitUntil([&] { return ready; }, deadline(connectMilliseconds));
-    const QList<QHostAddress> addresses = found.addresses();
-    if (addresses.isEmpty()) {
-        m_reachable = false;
-        throw DbError(u"The address of the database server \"%1\" cannot be found"_s.arg(server), CR_UNKNOWN_HOST);
-    }
+    const QList<QHostAddress> addresses = addressesOf(server, end);
     for (qsizetype i = 0; i < addresses.size(); ++i) {
         try {
-            connectTo(addresses[i].toString());
+            connectTo(addresses[i].toString(), end);
             return;
+        } catch (const GivenUp &) {
+            throw;
         } catch (const DbError &error) {
             if (!error.isLostConnection() || i + 1 == addresses.size())
                 throw;
@@ -149,7 +141,27 @@ void Database::open()
     }
 }
 
-void Database::connectTo(const QString &host)
+// The library would stand still while it looks the name up.
+QList<QHostAddress> Database::addressesOf(const QString &server, const QDeadlineTimer &end)
+{
+    QHostInfo found;
+    bool ready = false;
+    QObject receiver;
+    QHostInfo::lookupHost(server, &receiver, [&](const QHostInfo &info) {
+        found = info;
+        ready = true;
+    });
+    const bool givenUp = m_wait.waitUntil([&] { return ready; }, end) == AnswerWait::End::GivenUp;
+    if (found.addresses().isEmpty()) {
+        m_reachable = false;
+        if (givenUp)
+            throw GivenUp();
+        throw DbError(u"The address of the database server \"%1\" cannot be found"_s.arg(server), CR_UNKNOWN_HOST);
+    }
+    return found.addresses();
+}
+
+void Database::connectTo(const QString &host, const QDeadlineTimer &end)
 {
     m_mysql.reset(mysql_init(nullptr));
     if (!m_mysql)
@@ -181,10 +193,12 @@ void Database::connectTo(const QString &host)
     const int status = mysql_real_connect_start(&connected, mysql, isSocket ? nullptr : server.constData(),
                                                 user.constData(), password.constData(), database.constData(), 0,
                                                 isSocket ? server.constData() : nullptr, flags);
-    finish(status, deadline(connectMilliseconds), {},
-           [&](int ready) { return mysql_real_connect_cont(&connected, mysql, ready); });
-    if (!connected)
-        fail({});
+    finish(status, end, {}, [&](int ready) { return mysql_real_connect_cont(&connected, mysql, ready); });
+    if (!connected) {
+        const DbError error(QString::fromUtf8(mysql_error(mysql)), mysql_errno(mysql));
+        drop();
+        throw error;
+    }
     m_sinceAnswer.start();
     m_reachable = true;
 }
@@ -211,6 +225,8 @@ bool Database::isAlive()
         finish(status, deadline(pingMilliseconds), {},
                [&](int ready) { return mysql_ping_cont(&failed, mysql, ready); });
         return failed == 0;
+    } catch (const GivenUp &) {
+        throw;
     } catch (const DbError &) {
         return false;
     }
@@ -292,7 +308,7 @@ QuietReads::QuietReads(Database &database)
     : m_database(database), m_wasQuiet(database.m_wait.isQuiet()), m_endBefore(database.m_quietEnd)
 {
     m_database.m_wait.setQuiet(true);
-    m_database.m_quietEnd = m_database.deadline(quietMilliseconds);
+    m_database.m_quietEnd = m_database.deadline(m_database.isReachable() ? quietMilliseconds : quietAgainMilliseconds);
 }
 
 QuietReads::~QuietReads()

@@ -6,10 +6,12 @@
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
+#include <QList>
 #include <QString>
 
 #include <memory>
 
+class QHostAddress;
 struct st_mysql;
 
 /// What the text "DRIVER={…};SERVER=…;DATABASE=…;UID=…;PWD=…;OPTION=…" says. A server that begins with "/" is a
@@ -45,7 +47,8 @@ private:
     friend class QuietReads;
     void begin(const QString &what);
     void open();
-    void connectTo(const QString &host);
+    void connectTo(const QString &host, const QDeadlineTimer &end);
+    [[nodiscard]] QList<QHostAddress> addressesOf(const QString &server, const QDeadlineTimer &end);
     void drop();
     bool isAlive();
     void send(const QString &sql);

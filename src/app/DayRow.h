@@ -22,6 +22,13 @@ inline bool isMarkerText(const QString &name)
            name.contains(BookerMark::partiallyShared, Qt::CaseInsensitive);
 }
 
+/// Of several rows of a slot the booker is shown, whatever marks of shared ground stand beside: true when `name` takes
+/// the place of the one that was met before it.
+inline bool takesPlaceOf(const QString &before, const QString &name)
+{
+    return before.isEmpty() || (isMarkerText(before) && !isMarkerText(name));
+}
+
 /// One hour of the business day as the grid shows it.
 struct DayRow
 {

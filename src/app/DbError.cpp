@@ -4,6 +4,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr unsigned lostConnection = 2013;
+
 bool carriesPassword(const QString &statement)
 {
     return statement.contains(u"st_password"_s, Qt::CaseInsensitive);
@@ -23,5 +25,10 @@ DbError::DbError(const QString &text, unsigned number, const QString &statement)
     : std::runtime_error(withoutSecrets(text, number, statement).toStdString()),
       m_number(number),
       m_statement(carriesPassword(statement) ? u"(a statement with a password is not shown)"_s : statement)
+{
+}
+
+GivenUp::GivenUp(const QString &statement)
+    : DbError(u"The database server did not answer, and the wait was given up"_s, lostConnection, statement)
 {
 }

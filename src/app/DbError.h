@@ -25,6 +25,13 @@ private:
     QString m_statement;
 };
 
+/// The person did not want to wait any longer.
+class GivenUp : public DbError
+{
+public:
+    explicit GivenUp(const QString &statement = {});
+};
+
 /// The database is asked for something while an answer is being waited for. Whoever pressed that is not served: nothing
 /// is carried out twice or later.
 class DatabaseBusy : public std::runtime_error

@@ -3,26 +3,23 @@
 #include "app/Errors.h"
 #include "app/SqlText.h"
 
-#include <QElapsedTimer>
-
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 longestWait = 5; // seconds
+constexpr qint64 second = 1000; // milliseconds
 
 } // namespace
 
-NamedLocks::NamedLocks(DbConnection &connection, QStringList names) : m_connection(connection)
+NamedLocks::NamedLocks(DbConnection &connection, QStringList names, const QDeadlineTimer &end)
+    : m_connection(connection)
 {
     std::sort(names.begin(), names.end());
     names.removeDuplicates();
-    QElapsedTimer since;
-    since.start();
     for (const QString &name : std::as_const(names)) {
-        const qint64 seconds = std::max<qint64>(0, longestWait - since.elapsed() / 1000);
+        const qint64 seconds = (end.remainingTime() + second - 1) / second;
         bool taken = false;
         try {
             DbRows rows = m_connection.query(sql(u"SELECT GET_LOCK('%1', %2) AS taken"_s, quoted(name), seconds));

@@ -2,6 +2,7 @@
 
 #include "app/Database.h"
 
+#include <QDeadlineTimer>
 #include <QStringList>
 
 /// Named locks of the database server: they exclude other counters, not statements. Taken in the order of their names,
@@ -9,8 +10,8 @@
 class NamedLocks
 {
 public:
-    /// Waits for all of them together five seconds at most, then throws NotDone.
-    NamedLocks(DbConnection &connection, QStringList names);
+    /// Waits for all of them together until the end, to the second, then throws NotDone.
+    NamedLocks(DbConnection &connection, QStringList names, const QDeadlineTimer &end);
     NamedLocks(const NamedLocks &) = delete;
     NamedLocks &operator=(const NamedLocks &) = delete;
     ~NamedLocks();

@@ -10,6 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int mostRepeats = 3;
+constexpr int longestWait = 5000; // milliseconds for other counters
 constexpr int mostLooks = 10;
 constexpr int betweenLooks = 500; // milliseconds
 
@@ -22,19 +23,20 @@ Operation::Operation(Station &station, QString words, QStringList locks)
 
 bool Operation::run(const std::function<bool()> &work)
 {
-    for (int repeat = 0; repeat <= mostRepeats; ++repeat) {
-        const Attempt result = attempt(work);
+    const QDeadlineTimer end(longestWait);
+    for (int repeat = 0; repeat <= mostRepeats && (repeat == 0 || !end.hasExpired()); ++repeat) {
+        const Attempt result = attempt(work, end);
         if (result != Attempt::Conflict)
             return result == Attempt::Done;
     }
     throw NotDone(u"Another counter is changing the same just now. Nothing was written; please try again."_s);
 }
 
-Operation::Attempt Operation::attempt(const std::function<bool()> &work)
+Operation::Attempt Operation::attempt(const std::function<bool()> &work, const QDeadlineTimer &end)
 {
     m_proof.clear();
     m_connection.emplace(m_station.database, m_words.isEmpty() ? QString() : m_words + u" waits for the database …"_s);
-    const NamedLocks locks(*m_connection, m_locks);
+    const NamedLocks locks(*m_connection, m_locks, end);
     try {
         m_connection->execute(u"START TRANSACTION"_s);
         if (!work()) {
@@ -97,6 +99,8 @@ void Operation::lookWhetherItStands(const DbError &lost)
                               u" was not recorded: the connection to the database was lost. Please try again."_s);
             m_station.prompts.inform(m_words + u" was recorded, although the database's answer was lost."_s);
             return;
+        } catch (const GivenUp &) {
+            break;
         } catch (const DbError &) {
             if (!m_station.database.pause(betweenLooks, what))
                 break;

@@ -35,7 +35,7 @@ public:
 private:
     enum class Attempt { Done, Undone, Conflict };
 
-    Attempt attempt(const std::function<bool()> &work);
+    Attempt attempt(const std::function<bool()> &work, const QDeadlineTimer &end);
     void commit();
     void rollBack();
     void lookWhetherItStands(const DbError &lost);

@@ -63,13 +63,9 @@ bool isAdministrator(Database &database, const QString &login, const QString &pa
 
 std::optional<Verification> findStaff(Database &database, const QString &login, const QString &password)
 {
-    QString quotedLogin = login;
-    QString quotedPassword = password;
-    EscapeQuotes(quotedLogin);
-    EscapeQuotes(quotedPassword);
     DbConnection connection(database);
-    DbRows rows = connection.query(u"SELECT * from tbl_staff where st_login ='"_s + quotedLogin +
-                                   u"' AND st_password='"_s + quotedPassword + u"'"_s);
+    DbRows rows = connection.query(
+        sql(u"SELECT * from tbl_staff where st_login ='%1' AND st_password='%2'"_s, quoted(login), quoted(password)));
     if (!findRowOf(rows, login, password))
         return std::nullopt;
     return Verification{login, rows.number("st_access") == 1 ? AccessLevel::Admin : AccessLevel::Staff};

@@ -22,8 +22,8 @@ public:
     {
         try {
             m_connection.execute(u"UNLOCK TABLES"_s);
-        } catch (const DbError &) {
-            // The server gives the lock back when it loses the connection.
+        } catch (const std::exception &) {
+            m_connection.drop(); // with the connection the server gives the lock back
         }
     }
 
@@ -71,8 +71,8 @@ std::optional<Booker> bookerAmong(DbRows &rows)
 {
     std::optional<Booker> found;
     while (rows.next())
-        if (!found || isMarkerText(found->name))
-            found = bookerOf(rows);
+        if (const Booker booker = bookerOf(rows); takesPlaceOf(found ? found->name : QString(), booker.name))
+            found = booker;
     return found;
 }
 
@@ -103,8 +103,8 @@ bool copySlot(Station &station, BookingClipboard &clipboard, const DaySelection 
     DbRows rows = connection.query(
         sql(u"SELECT * FROM tbl_booking where b_datetime='%1' AND b_field=%2"_s, slot.dateTimeText(), slot.field));
     const std::optional<Booker> booker = bookerAmong(rows);
-    if (!booker) {
-        station.prompts.refuse(u"You cannot copy empty slot"_s);
+    if (!booker || isMarkerText(booker->name)) {
+        station.prompts.refuse(booker ? u"You cannot copy shared booking"_s : u"You cannot copy empty slot"_s);
         return false;
     }
     insertCopy(connection, table, slot, *booker);

@@ -40,7 +40,7 @@ DbRows rowsAt(Operation &operation, const SlotKey &hour, const std::vector<int> 
     return operation.query(sql(u"SELECT b_field, b_bookername, b_extratime FROM tbl_booking WHERE b_datetime='%1' "
                                "AND b_field IN (%2)%3"_s,
                                hour.dateTimeText(), numbers(fields),
-                               look == GroundLook::Locking ? u" LOCK IN SHARE MODE"_s : QString()));
+                               look == GroundLook::Locking ? u" FOR UPDATE"_s : QString()));
 }
 
 } // namespace

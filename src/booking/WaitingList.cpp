@@ -71,7 +71,9 @@ bool deleteWaitingEntry(Station &station, const QString &id)
     if (!station.prompts.confirm(u"Confirm delete?"_s, u"Important"_s) ||
         !station.prompts.verifyStaff(u"Delete an entry of the waiting list"_s))
         return false;
-    DbConnection connection(station.database);
-    connection.execute(sql(u"DELETE FROM tbl_waitlist where w_id='%1'"_s, id));
-    return true;
+    Operation operation(station, u"The deletion of the waiting-list entry"_s);
+    return operation.run([&] {
+        operation.execute(sql(u"DELETE FROM tbl_waitlist where w_id='%1'"_s, id));
+        return true;
+    });
 }

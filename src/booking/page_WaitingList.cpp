@@ -148,8 +148,10 @@ void page_WaitingList::showHeading()
 
 void page_WaitingList::RefreshWaitList()
 {
-    if (m_reading)
+    if (m_reading || m_station.database.isWaiting()) {
+        m_dayClicked.start(); // what was chosen meanwhile is read after it
         return;
+    }
     const QScopedValueRollback<bool> reading(m_reading, true);
     guarded(m_station.prompts, ErrorCode::Database, [this] { read(); });
 }

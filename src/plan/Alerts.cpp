@@ -1,5 +1,7 @@
 #include "plan/Alerts.h"
 
+#include "app/DayRow.h"
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -14,7 +16,11 @@ QString bookerOf(DbConnection &connection, const StoredHour &hourOfDay, int fiel
 {
     DbRows rows = connection.query(u"SELECT * from tbl_booking where b_datetime=\""_s + hourOfDay.dateTimeText() +
                                    u"\" AND b_field="_s + QString::number(field) + u';');
-    return rows.next() ? rows.text("b_bookername") : QString();
+    QString booker;
+    while (rows.next())
+        if (const QString name = rows.text("b_bookername"); takesPlaceOf(booker, name))
+            booker = name;
+    return booker;
 }
 
 } // namespace

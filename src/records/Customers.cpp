@@ -17,13 +17,13 @@ struct Register
     QString rateType;
 };
 
-std::optional<Booker> find(Database &database, const Register &customers, QString number)
+std::optional<Booker> find(Database &database, const Register &customers, const QString &number)
 {
     if (number.size() < shortestCustomerNumber)
         return std::nullopt;
     DbConnection connection(database);
-    DbRows rows = connection.query(u"SELECT * FROM "_s + customers.table + u" WHERE "_s + customers.numberColumn +
-                                   u"='"_s + EscapeQuotes(number) + u"'"_s);
+    DbRows rows = connection.query(
+        sql(u"SELECT * FROM %1 WHERE %2='%3'"_s, customers.table, customers.numberColumn, quoted(number)));
     std::optional<Booker> found;
     while (rows.next())
         found = Booker{rows.text(customers.name), rows.text(customers.organisation), rows.text(customers.telephone),

@@ -49,8 +49,9 @@ void ChangeWatch::note(const Station &station)
         if (!m_lostSince)
             m_lostSince = station.now();
     } else if (m_lostSince) {
+        // What was shown before it was lost may be old, or was never read.
         m_lostSince.reset();
-        m_pause = shortestPause;
-        m_next = {};
+        m_shown.reset();
+        m_next = station.now().addSecs(shortestPause);
     }
 }

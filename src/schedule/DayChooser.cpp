@@ -108,7 +108,6 @@ void DayChooser::pressField(int field)
 
 void DayChooser::refreshPlan()
 {
-    m_planMinute = m_station.now().time().minute();
     std::vector<FieldStatus> status; // without a database the plans say nothing rather than something old
     try {
         status =
@@ -118,6 +117,7 @@ void DayChooser::refreshPlan()
     } catch (const DatabaseBusy &) {
         return;
     }
+    m_planMinute = m_station.now().time().minute();
     m_plan->setFieldStatus(status);
     Q_EMIT planRead(status);
 }

@@ -64,7 +64,7 @@ void showBookings(std::vector<DayRow> &rows, DbConnection &connection, const QSt
         // A booker is shown, whatever marks of shared ground stand beside it.
         DayRow &row = rows[index];
         const QString booker = bookings.text("b_bookername");
-        if (row.isFree() || isMarkerText(row.booker) || !isMarkerText(booker)) {
+        if (takesPlaceOf(row.booker, booker)) {
             row.booker = booker;
             row.telephone = bookings.text("b_bookertel");
             row.paid = paidText(bookings.amount("b_paid"));
@@ -92,7 +92,7 @@ void showTakenGround(std::vector<DayRow> &rows, DbConnection &connection, const 
         const std::size_t next = rowOfHour(rows, storedHourOf(extended)) + 1;
         if (next >= rows.size() || !rows[next].isFree())
             continue;
-        rows[next].booker = sql(u"Taken: %1 minutes extra time on %2"_s, extended.number("b_extratime"),
+        rows[next].booker = sql(u"Taken: %2 +%1 min"_s, extended.number("b_extratime"),
                                 station.settings.fieldName(extended.number("b_field")));
         rows[next].isGroundTaken = true;
     }

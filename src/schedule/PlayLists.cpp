@@ -105,6 +105,7 @@ QPlainTextEdit *addList(QVBoxLayout *layout, const QString &name, QLabel *title,
     list->setObjectName(name);
     list->setReadOnly(true);
     list->setLineWrapMode(QPlainTextEdit::NoWrap);
+    list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the arrow keys move a long line
     list->setTabChangesFocus(true);
     list->setAccessibleName(title->text());
     title->setBuddy(list);

@@ -144,6 +144,7 @@ void frm_Main::load()
     const int hour = m_station.now().time().hour();
     // The start hour itself counts as evening.
     m_shiftName = hour > m_station.settings.firstHour && hour < eveningHour ? u"morning"_s : u"evening"_s;
+    m_booking->focusGrid();
     tick();
     m_clock.start();
 }
@@ -151,7 +152,9 @@ void frm_Main::load()
 bool frm_Main::attempt(std::function<void()> step, bool tell)
 {
     bool ok = false;
-    if (tell) {
+    if (!tell && !m_station.database.isReachable()) {
+        // The step before has waited long enough.
+    } else if (tell) {
         ok = guarded(m_station.prompts, ErrorCode::LoadingForm, step);
     } else {
         try {
@@ -211,6 +214,7 @@ void frm_Main::tick()
     if (m_ticking)
         return;
     const QScopedValueRollback ticking(m_ticking, true);
+    const QuietReads together(m_station.database); // one second for all that a tick reads
     const QString timeText = m_station.readClock();
     for (Page *page : m_pages)
         page->showTime(timeText);

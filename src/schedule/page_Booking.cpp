@@ -32,6 +32,7 @@ namespace {
 
 constexpr int space = 8;
 constexpr int playListWidth = 240;
+constexpr int againMilliseconds = 50; // until a reading that found the database busy is tried again
 
 // The letter keys follow the top letter row from right to left, so that the fields lie under one hand.
 constexpr std::array fieldKeys{Qt::Key_P, Qt::Key_O, Qt::Key_I, Qt::Key_U, Qt::Key_Y,
@@ -97,6 +98,9 @@ page_Booking::page_Booking(Station &station, BookingClipboard &clipboard, QWidge
     layout->addWidget(makeGrid(), 8);
     layout->addWidget(m_playLists);
     connectActions();
+    m_again.setSingleShot(true);
+    m_again.setInterval(againMilliseconds);
+    connect(&m_again, &QTimer::timeout, this, &page_Booking::RefreshView);
     setTabOrder(m_chooser->calendar(), m_grid);
     showClipboard();
 }
@@ -218,7 +222,7 @@ int page_Booking::field() const
 
 DaySelection page_Booking::selection() const
 {
-    return {m_chooser->day(), field(), m_model.rows(), m_grid->selectedRowNumbers(), m_grid->currentRowNumber()};
+    return {m_shown.day, m_shown.field, m_model.rows(), m_grid->selectedRowNumbers(), m_grid->currentRowNumber()};
 }
 
 void page_Booking::loadPlan()
@@ -234,6 +238,7 @@ void page_Booking::setDay(QDate day)
 void page_Booking::RefreshViewInit()
 {
     m_model.build(m_station.hours());
+    m_shown = {m_chooser->day(), field()};
     showHeading();
 }
 
@@ -247,39 +252,54 @@ bool page_Booking::afterOperation(bool ok)
     return read(ok ? Reading::Asked : Reading::Told);
 }
 
+void page_Booking::focusGrid()
+{
+    m_grid->setFocus();
+}
+
 bool page_Booking::follow()
 {
-    return read(Reading::ByItself);
+    // Nothing changes under a window or menu that is open over the page.
+    return !QApplication::activeModalWidget() && !QApplication::activePopupWidget() && read(Reading::ByItself);
 }
 
 bool page_Booking::read(Reading reading)
 {
-    if (m_station.database.isWaiting())
+    if (m_station.database.isWaiting()) {
+        if (reading != Reading::ByItself)
+            m_again.start();
         return false;
+    }
+    const ShownDay wanted{m_chooser->day(), field()};
     DaySchedule schedule{emptyDay(m_station.hours()), {}, {}, {}};
     const int hourRow = m_grid->currentIndex().row();
     QString hourPlayers;
     const auto readNow = [&] {
-        schedule = readDay(m_station, m_chooser->day(), field());
+        schedule = readDay(m_station, wanted.day, wanted.field);
         if (hourRow >= 0)
-            hourPlayers =
-                RefreshList(m_station.database, m_chooser->day(), schedule.rows.at(std::size_t(hourRow)).hour);
+            hourPlayers = RefreshList(m_station.database, wanted.day, schedule.rows.at(std::size_t(hourRow)).hour);
     };
     const bool ok = reading == Reading::Asked ? guarded(m_station.prompts, ErrorCode::Database, readNow)
                                               : quietly(m_station.database, readNow);
     // What nobody asked for leaves the page as it was when it fails: the header tells since when.
     if (!ok && reading == Reading::ByItself)
         return false;
+    // Another field or day was chosen while the answer was waited for: its own reading follows.
+    if (wanted != ShownDay{m_chooser->day(), field()})
+        return false;
+    m_shown = wanted;
     m_unread->setVisible(!ok);
     m_histories.clear();
     m_historyReadable = ok;
     m_playLists->showDay(schedule);
     if (hourRow >= 0)
         m_playLists->showHour(schedule.rows.at(std::size_t(hourRow)).hourText(), hourPlayers);
-    if (ok)
+    if (ok) {
+        m_hourRead = m_station.now().time().hour();
         showRows(std::move(schedule.rows));
-    else
+    } else {
         m_model.showUnread();
+    }
     showHeading();
     if (ok && reading == Reading::Asked)
         m_chooser->refreshPlan();
@@ -294,7 +314,7 @@ void page_Booking::showRows(std::vector<DayRow> rows)
 {
     const QDateTime now = m_station.now();
     const WorkingHours hours = m_station.hours();
-    const QString day = m_chooser->day();
+    const QString &day = m_shown.day;
     std::vector<bool> past;
     past.reserve(rows.size());
     for (const DayRow &row : rows)
@@ -316,12 +336,12 @@ void page_Booking::showHeading()
 void page_Booking::showSelectedHour()
 {
     const QModelIndex current = m_grid->currentIndex();
-    if (!current.isValid() || m_chooser->day().isEmpty())
+    if (!current.isValid() || m_shown.day.isEmpty() || m_station.database.isWaiting())
         return;
     const DayRow row = m_model.rows().at(std::size_t(current.row()));
     QString players;
     if (m_unread->isHidden()) // otherwise staff know, and another wait at every row would not help them
-        quietly(m_station.database, [&] { players = RefreshList(m_station.database, m_chooser->day(), row.hour); });
+        quietly(m_station.database, [&] { players = RefreshList(m_station.database, m_shown.day, row.hour); });
     m_playLists->showHour(row.hourText(), players);
 }
 
@@ -330,12 +350,12 @@ QString page_Booking::historyOf(int row)
     const auto known = m_histories.find(row);
     if (known != m_histories.cend())
         return known->second;
-    if (!m_historyReadable)
+    if (!m_historyReadable || m_station.database.isWaiting())
         return {};
     QString history;
     m_historyReadable = quietly(m_station.database, [&] {
         const DayRow &shown = m_model.rows().at(std::size_t(row));
-        history = slotHistory(m_station.database, {m_chooser->day(), shown.hourText(), field()});
+        history = slotHistory(m_station.database, {m_shown.day, shown.hourText(), m_shown.field});
         m_histories.emplace(row, history);
     });
     return history;
@@ -350,8 +370,10 @@ void page_Booking::showTime(const QString &timeText)
 {
     m_time->setText(timeText);
     const QTime now = m_station.now().time();
-    // At a full hour play lists and marks move; without the database the marks at least.
-    if (m_unread->isHidden() && now.hour() != m_hourShown && m_hourShown >= 0 && !follow())
+    // At a full hour play lists and marks move; without the database the marks at least, and the rest when it is back.
+    const bool mayRead = m_station.database.isReachable() || now.hour() != m_hourShown;
+    if (m_unread->isHidden() && m_hourShown >= 0 && now.hour() != m_hourRead && mayRead && !follow() &&
+        now.hour() != m_hourShown)
         showRows(m_model.rows());
     const AlertClock::Tick due = m_alertClock.tick(now);
     if (due.refresh && !refreshAlerts())

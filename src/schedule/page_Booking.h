@@ -6,6 +6,8 @@
 #include "plan/PlanStatus.h"
 #include "schedule/DayModel.h"
 
+#include <QTimer>
+
 #include <map>
 
 class DayChooser;
@@ -38,6 +40,8 @@ public:
     /// Shows another day; takes effect with the next RefreshView.
     void setDay(QDate day);
     bool follow() override;
+    /// The keys begin where they do no harm.
+    void focusGrid();
     /// Moves the clock text, the alerts and, at a new hour, the marks of the rows.
     void showTime(const QString &timeText) override;
     /// The letters of the fields, Ctrl+C and Ctrl+V.
@@ -64,6 +68,14 @@ private:
     void connectActions();
     [[nodiscard]] int field() const;
     void takeWaitingEntry(const QString &id);
+    struct ShownDay
+    {
+        QString day; ///< "yyyy-mm-dd"
+        int field = 0;
+
+        bool operator==(const ShownDay &) const = default;
+    };
+
     /// Who waits for a reading, and so what its failure means.
     enum class Reading {
         Asked,   ///< a person, who is told of an error
@@ -83,7 +95,10 @@ private:
     BookingClipboard &m_clipboard;
     DayModel m_model;
     AlertClock m_alertClock;
-    int m_hourShown = -1;
+    int m_hourShown = -1;               ///< by the marks of the rows
+    int m_hourRead = -1;                ///< when rows and play lists were read
+    QTimer m_again;                     ///< a reading that is still wanted
+    ShownDay m_shown;                   ///< what the rows are of
     std::map<int, QString> m_histories; ///< by row, read since the last refresh
     bool m_historyReadable = false;     ///< no more after an error, so that the moving pointer does not repeat it
 

@@ -134,8 +134,7 @@ private Q_SLOTS:
                               u"19:00 Abel||"_s, u"23:00 Partially Shared||"_s, u"24:00 "_s + extra.arg(QChar(0xBC)),
                               u"01:00 After midnight||Paid 0.05"_s, u"02:00 "_s + extra.arg(QChar(0xBD))}));
         QCOMPARE(schedule.rows.size(), std::size_t(19));
-        QVERIFY_THROWS_EXCEPTION(DbError, m_server.exec(u"DROP TABLE tbl_booking"_s);
-                                 readDay(station, saturday, 3));
+        QVERIFY_THROWS_EXCEPTION(DbError, m_server.exec(u"DROP TABLE tbl_booking"_s); readDay(station, saturday, 3));
     }
 
     // Field 3 is a pitch with the halves 4 and 5.
@@ -153,9 +152,9 @@ private Q_SLOTS:
                                  (stateOf(row, false) == RowState::ExtraTime ? u""_s : u" (not drawn)"_s);
             return taken;
         };
-        QCOMPARE(takenOn(3), QStringList{u"16:00 Taken: 15 minutes extra time on Field 5"_s});
-        QCOMPARE(takenOn(4), QStringList{u"11:00 Taken: 45 minutes extra time on Field 4"_s});
-        QCOMPARE(takenOn(5), QStringList{u"11:00 Taken: 45 minutes extra time on Field 4"_s});
+        QCOMPARE(takenOn(3), QStringList{u"16:00 Taken: Field 5 +15 min"_s});
+        QCOMPARE(takenOn(4), QStringList{u"11:00 Taken: Field 4 +45 min"_s});
+        QCOMPARE(takenOn(5), QStringList{u"11:00 Taken: Field 4 +45 min"_s});
         QCOMPARE(takenOn(6), QStringList());
     }
 

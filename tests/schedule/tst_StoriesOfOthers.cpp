@@ -127,13 +127,13 @@ private Q_SLOTS:
         play(logIn +
              u" | select 16:00 | click btn_Book | verify anna secret1 | type txt_BookerName Team A | "
              "click cmd_OK | closed frm_Booker | click mnu_Add30 | verify anna secret1 | closed frm_VerifyUser | "
-             "key O | grid 16:00 Shared Booking, 17:00 Taken: 30 minutes extra time on pitch0 | select 17:00"_s +
+             "key O | grid 16:00 Shared Booking, 17:00 Taken: pitch0 +30 min | select 17:00"_s +
              taken +
              u" | key P | select 16:00 | click mnu_ClearAddition | verify anna secret1 | closed frm_VerifyUser | "
              "key O | grid 16:00 Shared Booking | select 17:00 | click btn_Book | verify anna secret1 | "
              "type txt_BookerName Team B | click cmd_OK | closed frm_Booker | select 17:00 | click mnu_Add15 | "
              "verify anna secret1 | closed frm_VerifyUser | key P | select 18:00 | "
-             "grid 16:00 Team A, 17:00 Partially Shared, 18:00 Taken: 15 minutes extra time on pitch1"_s +
+             "grid 16:00 Team A, 17:00 Partially Shared, 18:00 Taken: pitch1 +15 min"_s +
              taken + u" | errors 0"_s);
     }
 
