@@ -28,8 +28,7 @@ public:
 };
 
 /// Waits for the database server's answer in place, and keeps the windows alive meanwhile: a short wait is one call of
-/// the system, a longer one runs the event loop, and one of half a second is told to the person. What is typed in its
-/// first moments is kept for afterwards, so that a slow network loses no letters; then the sign holds the windows.
+/// the system, a longer one runs the event loop, and one of half a second is told to the person.
 class AnswerWait
 {
 public:

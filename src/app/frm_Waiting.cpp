@@ -94,8 +94,8 @@ void frm_Waiting::show(const QString &what, const std::function<void()> &giveUp)
         build();
     m_what->setText(what);
     m_giveUp = giveUp;
-    const QWidget *below = QApplication::activeModalWidget() ? QApplication::activeModalWidget()
-                                                             : QApplication::activeWindow();
+    const QWidget *below =
+        QApplication::activeModalWidget() ? QApplication::activeModalWidget() : QApplication::activeWindow();
     adjustSize();
     const QRect place = below ? below->frameGeometry() : screen()->availableGeometry();
     move(place.center() - rect().center());
