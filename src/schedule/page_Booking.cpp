@@ -2,10 +2,10 @@
 
 #include "app/Errors.h"
 #include "app/Formats.h"
-#include "app/RateType.h"
 #include "booking/RemarkLog.h"
 #include "look/ElidedLabel.h"
 #include "look/Look.h"
+#include "schedule/ClipboardLine.h"
 #include "schedule/DayChooser.h"
 #include "schedule/DayView.h"
 #include "schedule/FreeHourNotice.h"
@@ -125,8 +125,7 @@ QWidget *page_Booking::makeGrid()
     m_unread->hide();
     m_notice = new FreeHourNotice;
     connect(m_notice, &FreeHourNotice::entryWanted, this, &page_Booking::takeWaitingEntry);
-    m_clipboardLabel = new ElidedLabel;
-    m_clipboardLabel->setObjectName(u"lbl_Clipboard"_s);
+    m_clipboardLine = new ClipboardLine;
 
     auto *column = new QWidget;
     auto *layout = new QVBoxLayout(column);
@@ -137,7 +136,7 @@ QWidget *page_Booking::makeGrid()
     layout->addWidget(m_notice);
     layout->addWidget(m_unread);
     layout->addWidget(m_grid, 1);
-    layout->addWidget(m_clipboardLabel);
+    layout->addWidget(m_clipboardLine);
     return column;
 }
 
@@ -424,26 +423,7 @@ void page_Booking::takeWaitingEntry(const QString &id)
 
 void page_Booking::showClipboard()
 {
-    constexpr int widestName = 150;
-    const ClipboardSource source = m_clipboard.source();
-    if (source == ClipboardSource::Nothing) {
-        m_clipboardLabel->showText(u"Nothing to paste"_s);
-        return;
-    }
-    const auto nameOf = [this](int field) { return m_station.settings.fieldName(field); };
-    const bool waiting = source == ClipboardSource::WaitingList;
-    const Booker &booker = waiting ? m_clipboard.cut.booker : m_clipboard.copiedBooker;
-    const QString from = waiting ? u"from the waiting list of "_s + nameOf(m_clipboard.cut.field) + u", "_s +
-                                       m_clipboard.cut.dateTimeText.left(16)
-                                 : u"copied from "_s + nameOf(m_clipboard.copied->field) + u", "_s +
-                                       m_clipboard.copied->day + u' ' + m_clipboard.copied->hourText;
-    const auto describe = [&](const QString &name) {
-        return u"To paste: "_s + name + u" · "_s + RateType::inWords(booker.rateType) + u" · "_s + from;
-    };
-    // A long name leaves room for the rate and where it is from; the tip says all of it.
-    m_clipboardLabel->showText(
-        describe(m_clipboardLabel->fontMetrics().elidedText(booker.name, Qt::ElideRight, widestName)));
-    m_clipboardLabel->setToolTip(u"<qt>"_s + describe(booker.name).toHtmlEscaped());
+    m_clipboardLine->showClipboard(m_clipboard, m_station.settings);
 }
 
 void page_Booking::addSpecialGroup(int group)

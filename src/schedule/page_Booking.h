@@ -10,6 +10,7 @@
 
 #include <map>
 
+class ClipboardLine;
 class DayChooser;
 class DayView;
 class ElidedLabel;
@@ -108,7 +109,7 @@ private:
     QLabel *m_time = nullptr;
     QLabel *m_dayLabel = nullptr;
     QLabel *m_unread = nullptr;
-    ElidedLabel *m_clipboardLabel = nullptr;
+    ClipboardLine *m_clipboardLine = nullptr;
     FreeHourNotice *m_notice = nullptr;
     DayView *m_grid = nullptr;
     PlayLists *m_playLists = nullptr;
