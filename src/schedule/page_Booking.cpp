@@ -31,7 +31,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int space = 8;
-constexpr int playListWidth = 240;
+constexpr int playListWidth = 216;
 constexpr int againMilliseconds = 50; // until a reading that found the database busy is tried again
 
 // The letter keys follow the top letter row from right to left, so that the fields lie under one hand.
