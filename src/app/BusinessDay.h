@@ -22,6 +22,8 @@ struct SlotKey
 
     /// "yyyy-mm-dd hh:mm:ss" with hour 24 for midnight.
     [[nodiscard]] QString dateTimeText() const { return day + u' ' + hourText + QStringLiteral(":00"); }
+
+    bool operator==(const SlotKey &) const = default;
 };
 
 /// The hours of one business day in the order of the grid's rows, midnight as 24.

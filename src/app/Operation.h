@@ -31,6 +31,8 @@ public:
     /// auto-increment column `idColumn`; a server that went down hard may give the number to another row, so `sameRow`
     /// is a condition that tells them apart.
     void insertProof(const QString &sql, const QString &table, const QString &idColumn, const QString &sameRow);
+    /// What is told after a lost answer: "was recorded" and then "as transaction 7".
+    void setRecordedAs(const QString &words) { m_recordedAs = words; }
 
 private:
     enum class Attempt { Done, Undone, Conflict };
@@ -42,6 +44,7 @@ private:
 
     Station &m_station;
     QString m_words;
+    QString m_recordedAs;
     QStringList m_locks;
     std::optional<DbConnection> m_connection;
     QString m_proof; ///< a query that gives a row when the work stands
