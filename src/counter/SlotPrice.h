@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/BusinessDay.h"
+
+struct Station;
+
+/// What a booked hour costs, extra time included.
+struct SlotPrice
+{
+    QString rateType;
+    int extraMinutes = 0;
+    double price = 0;    ///< of one hour
+    double quantity = 1; ///< hours charged
+    double total = 0;    ///< price and the extra minutes' share of it, to the cent
+};
+
+/// The price of an hour by its booking (tbl_booking) and the rates (tbl_rate). Tells staff of a special rate and of
+/// extra time. Throws DbError.
+SlotPrice priceOfSlot(Station &station, const SlotKey &slot);
+
+/// How a line names a slot: "Field Number 7 14/11/2026 20:00", the field from 1.
+QString slotLineText(const SlotKey &slot);
+
+/// The amount as it is written on a line: to the cent, halves away from zero.
+double roundedToCents(double amount);
