@@ -10,7 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double minutesOfHour = 60;
 constexpr double mostMoney = 9'999'999'999.99; // the tables hold no more
 
 QString moneyText(double amount)
@@ -31,11 +30,10 @@ bool PaymentList::holds(const SlotKey &slot) const
                        [&](const PaymentLine &line) { return line.hour && line.hour->slot == slot; });
 }
 
-void PaymentList::addHour(const QString &description, const BookedHour &hour, double price)
+void PaymentList::addHour(const BookedHour &hour, const SlotPrice &price)
 {
-    const double extra = hour.extraMinutes > 0 ? hour.extraMinutes / minutesOfHour : 0;
-    const double total = price + extra * price;
-    add({description, moneyText(price), plainNumber(1 + extra), moneyText(total), hour}, total);
+    add({slotLineText(hour.slot), moneyText(price.price), plainNumber(price.quantity), moneyText(price.total), hour},
+        price.total);
 }
 
 void PaymentList::addItem(const QString &name, const QString &unitPrice, const QString &quantity)
@@ -77,12 +75,6 @@ QString PaymentList::totalWith(double difference) const
     if (std::abs(sum) > mostMoney)
         throw ConversionError("Overflow");
     return moneyText(sum);
-}
-
-QString lineDescription(const QString &caption, const SlotKey &slot)
-{
-    const QString &day = slot.day; // yyyy-mm-dd
-    return caption + u' ' + day.mid(8, 2) + u'/' + day.mid(5, 2) + u'/' + day.left(4) + u' ' + slot.hourText;
 }
 
 std::optional<QString> priceOfQuantity(const QString &unitPrice, const QString &quantity)

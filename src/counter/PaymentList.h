@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/BusinessDay.h"
+#include "counter/SlotPrice.h"
 
 #include <QString>
 
@@ -12,7 +13,7 @@ struct BookedHour
 {
     SlotKey slot;
     QString booker;
-    QString rateType;
+    QString rateType = {};
     int extraMinutes = 0;
 
     bool operator==(const BookedHour &) const = default;
@@ -44,8 +45,7 @@ public:
     [[nodiscard]] const QString &total() const { return m_total; }
     [[nodiscard]] bool holds(const SlotKey &slot) const;
 
-    /// An hour at its price; extra minutes cost their share of it.
-    void addHour(const QString &description, const BookedHour &hour, double price);
+    void addHour(const BookedHour &hour, const SlotPrice &price);
     /// Pieces of an item; nothing for an empty quantity or 0. Price and quantity are texts as they were typed.
     void addItem(const QString &name, const QString &unitPrice, const QString &quantity);
     /// Something that has no fixed price; nothing for an empty price.
@@ -61,9 +61,6 @@ private:
     std::vector<PaymentLine> m_lines;
     QString m_total;
 };
-
-/// What a slot's line reads: the caption, the day as dd/mm/yyyy and the hour.
-QString lineDescription(const QString &caption, const SlotKey &slot);
 
 /// The price of a quantity as it is typed, "##,##0.00"; nothing for an empty quantity. Throws ConversionError.
 std::optional<QString> priceOfQuantity(const QString &unitPrice, const QString &quantity);

@@ -79,6 +79,10 @@ private Q_SLOTS:
             whole, then extra | book 18:00 4 Half | INSERT INTO tbl_booking | book 19:00 3 Whole | extra 18:00 4 Half | 5&1 | done; taken | extra time into ground
             extra, then half  | book 18:00 3 Whole | UPDATE tbl_booking SET b_extratime | extra 18:00 3 Whole | book 19:00 4 Half | 5&1 | done; taken | extra time into ground
             plain, extra first | book 18:00 8 Smith | INSERT INTO tbl_remark | extra 18:00 8 Smith | book 19:00 8 Next | 6&8 7&8 | one | extra time into ground
+            sold twice        | book 18:00 8 Smith | UPDATE tbl_booking SET b_paid | sell 18:00 8 Smith | sell 18:00 8 Smith | MyISAM | done; Field 9 18:00 was paid at another counter | SELECT 1 FROM (SELECT c_item FROM tbl_counter1 UNION ALL SELECT c_item FROM tbl_counter2) AS sold WHERE c_item LIKE 'Field%' HAVING COUNT(*)>1
+            sold and cleared  | book 18:00 8 Smith | UPDATE tbl_booking SET b_paid | sell 18:00 8 Smith | clear 18:00 8 Smith | MyISAM | done; You cannot delete paid item | SELECT 1 FROM tbl_booking HAVING COUNT(*)=0
+            cleared and sold  | book 18:00 8 Smith | DELETE FROM tbl_booking | clear 18:00 8 Smith | sell 18:00 8 Smith | MyISAM | done; Field 9 18:00 is no longer booked | SELECT 1 FROM tbl_counter2
+            extended and sold | book 18:00 8 Smith | UPDATE tbl_booking SET b_extratime | extra 18:00 8 Smith | sell 18:00 8 Smith | MyISAM | done; Field 9 18:00 has other extra time by now: 30 minutes | SELECT 1 FROM tbl_counter2
             plain, booking first | book 18:00 8 Smith | INSERT INTO tbl_remark | book 19:00 8 Next | extra 18:00 8 Smith | 6&8 7&8 | one | extra time into ground
         )"_s);
     }
@@ -91,7 +95,8 @@ private Q_SLOTS:
             prepare(standing);
             if (!guarded && off.contains(u"MyISAM"_s))
                 m_server.exec(u"ALTER TABLE tbl_booking DROP KEY grid_of_field, ENGINE=MyISAM;"
-                              "ALTER TABLE tbl_waitlist ENGINE=MyISAM; ALTER TABLE tbl_remark ENGINE=MyISAM"_s);
+                              "ALTER TABLE tbl_waitlist ENGINE=MyISAM; ALTER TABLE tbl_remark ENGINE=MyISAM;"
+                              "ALTER TABLE tbl_counter1 ENGINE=MyISAM; ALTER TABLE tbl_counter2 ENGINE=MyISAM"_s);
             QStringList more = off.split(u' ', Qt::SkipEmptyParts);
             more.removeAll(u"MyISAM"_s);
             if (guarded)
@@ -235,6 +240,7 @@ private:
 
     void prepare(const QString &standing)
     {
+        m_server.exec(u"CREATE TABLE IF NOT EXISTS tbl_counter2 LIKE tbl_counter1"_s);
         DeedCounter counter(m_server.connectionString(), 3);
         for (const QString &deed : listOf(standing)) {
             if (deed == u"wait")

@@ -5,6 +5,7 @@
 #include "booking/Ground.h"
 #include "booking/Pasting.h"
 #include "booking/Rates.h"
+#include "counter/Settlement.h"
 
 #include <stdexcept>
 
@@ -61,6 +62,8 @@ QString DeedCounter::attempt(const QStringList &words)
         return orDone(refusalText(doBooking(station, u"anna"_s, {slot, {name, {}, u"555"_s}})));
     if (what == u"clear")
         return orDone(doCancel(station, u"anna"_s, {slot, name, u"rain"_s}).refusalText());
+    if (what == u"sell")
+        return sell({slot, name});
     const QString row = u'>' + slot.hourText + u' ' + name;
     const DaySelection grid = drawnDay(day, slot.field, {row});
     bool isDone = false;
@@ -81,4 +84,13 @@ QString DeedCounter::paste(const SlotKey &slot)
     const ClipboardSource source = m_clipboard.source();
     const auto booker = clipboardBooker(station, m_clipboard, source);
     return booker ? orDone(refusalText(pasteOn(station, m_clipboard, u"anna"_s, slot, *booker, source))) : u"nothing"_s;
+}
+
+QString DeedCounter::sell(const BookedHour &hour)
+{
+    PaymentList list;
+    list.addHour(hour, {{}, 0, 40, 1, 40});
+    list.addItem(u"Cola"_s, u"2.50"_s, u"2"_s);
+    const Settlement settlement = settle(station, list);
+    return orDone(settlement.refused.empty() ? QString() : settlement.refused.front().why);
 }

@@ -2,6 +2,7 @@
 
 #include "app/Station.h"
 #include "booking/BookingClipboard.h"
+#include "counter/PaymentList.h"
 #include "support/TestStation.h"
 
 #include <QStringList>
@@ -9,9 +10,9 @@
 /// A counter whose person confirms everything as an administrator and remembers what was told. It does what a line of
 /// text says, on 14 November 2026:
 ///     book 18:00 3 Whole        clear 18:00 4 Left        extra 18:00 8 Smith        noextra 18:00 8 Smith
-///     rate 18:00 8 Smith        cut                       paste 19:00 7
+///     rate 18:00 8 Smith        cut                       paste 19:00 7              sell 18:00 8 Smith
 /// The name is who is booked, or who stands in the grid. "cut" takes the first entry of the waiting list, and "paste"
-/// books it.
+/// books it; "sell" sells the hour at 40.00 with two Cola at 2.50.
 class DeedCounter : private Prompts
 {
 public:
@@ -27,6 +28,7 @@ public:
 private:
     QString attempt(const QStringList &words);
     QString paste(const SlotKey &slot);
+    QString sell(const BookedHour &hour);
 
     void refuse(const QString &text, const QString & /*title*/ = {}) override { m_told << text; }
     void inform(const QString &text, const QString & /*title*/ = {}) override { m_told << text; }

@@ -1,0 +1,43 @@
+#include "counter/PayingHours.h"
+
+#include "booking/Ground.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString reasonNotToPay(const DayRow &row)
+{
+    if (row.isFree())
+        return u"You cannot pay empty slot"_s;
+    if (row.isPaid())
+        return u"The slot already paid"_s;
+    if (row.isExtraTime())
+        return u"The slot is an extra time of previous slot, use the previous slot to pay for it"_s;
+    if (row.isPartiallyShared())
+        return u"The slot is booked by one or more individual slots"_s;
+    if (row.isSharedBooking())
+        return u"Please pay via master slots"_s;
+    return row.isGroundTaken ? groundTakenText() : QString();
+}
+
+} // namespace
+
+void payHours(Station &station, const DaySelection &selection, const PaymentList &list,
+              const std::function<void(const BookedHour &, const SlotPrice &)> &add)
+{
+    for (const int index : selection.selected) {
+        const DayRow &row = selection.row(index);
+        if (const QString reason = reasonNotToPay(row); !reason.isEmpty()) {
+            station.prompts.refuse(reason);
+            return;
+        }
+        const SlotKey slot = selection.slotOf(row);
+        const SlotPrice price = priceOfSlot(station, slot);
+        if (list.holds(slot)) {
+            station.prompts.inform(u"Already in the payment list"_s);
+            return;
+        }
+        add({slot, row.booker, price.rateType, price.extraMinutes}, price);
+    }
+}
