@@ -3,6 +3,7 @@
 #include "app/ActivityLog.h"
 #include "app/Conversions.h"
 #include "app/DayRow.h"
+#include "app/Errors.h"
 #include "app/Formats.h"
 #include "app/Operation.h"
 #include "app/RateType.h"
@@ -171,15 +172,13 @@ private:
     void countHour(const QString &rateType, const QString &booker)
     {
         if (rateType == RateType::member)
-            m_operation.execute(
-                sql(u"UPDATE tbl_member SET m_hour=m_hour+1 WHERE m_name='%1'"_s, quoted(booker)));
+            m_operation.execute(sql(u"UPDATE tbl_member SET m_hour=m_hour+1 WHERE m_name='%1'"_s, quoted(booker)));
         else if (rateType == RateType::student)
-            m_operation.execute(
-                sql(u"UPDATE tbl_student SET st_hour=st_hour+1 WHERE st_name='%1'"_s, quoted(booker)));
+            m_operation.execute(sql(u"UPDATE tbl_student SET st_hour=st_hour+1 WHERE st_name='%1'"_s, quoted(booker)));
         for (int group = 1; group <= m_station.settings.SpecialGroupLimit; ++group)
             if (rateType == RateType::specialGroup(group))
-                m_operation.execute(sql(u"UPDATE tbl_specialgroup%1 SET m_hour=m_hour+1 WHERE m_name='%2'"_s, group,
-                                        quoted(booker)));
+                m_operation.execute(
+                    sql(u"UPDATE tbl_specialgroup%1 SET m_hour=m_hour+1 WHERE m_name='%2'"_s, group, quoted(booker)));
     }
 
     [[nodiscard]] QString table() const { return counterTable(u"tbl_counter"_s, counter()); }
@@ -195,6 +194,8 @@ private:
 
 Settlement settle(Station &station, const PaymentList &list)
 {
+    if (list.isEmpty())
+        throw NotDone(u"There is nothing to pay."_s);
     Settlement settlement = Sale(station, list).settle();
     if (settlement.transaction) {
         WriteActivityLog(station, station.CurrentStaff, u"Sales made, drawer open"_s);
@@ -207,17 +208,17 @@ std::optional<qint16> recordedSale(Station &station, const PaymentList &list, in
 {
     DbConnection connection(station.database, u"Looking whether the sale was recorded …"_s);
     // With a lock: where the old connection's transaction is still open on the server, the look waits for its end.
-    DbRows rows = connection.query(sql(u"SELECT c_transaction, c_item, c_itemquantity, c_itemprice FROM %1 WHERE "
-                                       "c_transaction>%2 AND c_datetime>='%3' ORDER BY c_id LOCK IN SHARE MODE"_s,
-                                       counterTable(u"tbl_counter"_s, station.settings.ThisCounter), after,
-                                       sqlDateTime(since)));
+    DbRows rows =
+        connection.query(sql(u"SELECT c_transaction, c_item, c_itemquantity, c_itemprice FROM %1 WHERE "
+                             "c_transaction>%2 AND c_datetime>='%3' ORDER BY c_id LOCK IN SHARE MODE"_s,
+                             counterTable(u"tbl_counter"_s, station.settings.ThisCounter), after, sqlDateTime(since)));
     std::map<int, QStringList> sales;
     const auto lineText = [](const QString &text, double quantity, double price) {
         return sql(u"%1|%2|%3"_s, text, plainNumber(quantity), plainNumber(price));
     };
     while (rows.next())
-        sales[rows.number("c_transaction")] << lineText(rows.text("c_item"), rows.amount("c_itemquantity"),
-                                                        rows.amount("c_itemprice"));
+        sales[rows.number("c_transaction")]
+            << lineText(rows.text("c_item"), rows.amount("c_itemquantity"), rows.amount("c_itemprice"));
     QStringList wanted;
     for (const PaymentLine &line : list.lines())
         wanted << lineText(line.text, toDouble(line.quantity), toDouble(line.price));

@@ -16,8 +16,8 @@ namespace {
 
 QJsonObject toJson(const BookedHour &hour)
 {
-    return {{u"day"_s, hour.slot.day},      {u"hour"_s, hour.slot.hourText}, {u"field"_s, hour.slot.field},
-            {u"booker"_s, hour.booker},     {u"rate"_s, hour.rateType},      {u"extra"_s, hour.extraMinutes}};
+    return {{u"day"_s, hour.slot.day},  {u"hour"_s, hour.slot.hourText}, {u"field"_s, hour.slot.field},
+            {u"booker"_s, hour.booker}, {u"rate"_s, hour.rateType},      {u"extra"_s, hour.extraMinutes}};
 }
 
 BookedHour hourFrom(const QJsonObject &json)
@@ -32,10 +32,8 @@ QJsonObject toJson(const PaymentList &list)
 {
     QJsonArray lines;
     for (const PaymentLine &line : list.lines()) {
-        QJsonObject json{{u"text"_s, line.text},
-                         {u"price"_s, line.price},
-                         {u"quantity"_s, line.quantity},
-                         {u"total"_s, line.total}};
+        QJsonObject json{
+            {u"text"_s, line.text}, {u"price"_s, line.price}, {u"quantity"_s, line.quantity}, {u"total"_s, line.total}};
         if (line.hour)
             json[u"booked"_s] = toJson(*line.hour);
         lines << json;
@@ -86,8 +84,7 @@ bool Till::open(const QString &fileName)
     m_saleBefore = kept[u"saleBefore"].toInt();
     m_inDoubt = !m_list.isEmpty();
     for (const QJsonValue &held : kept[u"held"].toArray())
-        m_held.push_back(
-            {held[u"name"].toString(), momentFrom(held[u"since"]), listFrom(held[u"list"].toObject())});
+        m_held.push_back({held[u"name"].toString(), momentFrom(held[u"since"]), listFrom(held[u"list"].toObject())});
     return true;
 }
 
@@ -143,7 +140,8 @@ void Till::save()
     }
     QJsonArray held;
     for (const Held &list : m_held)
-        held << QJsonObject{{u"name"_s, list.name}, {u"since"_s, momentText(list.since)}, {u"list"_s, toJson(list.list)}};
+        held << QJsonObject{
+            {u"name"_s, list.name}, {u"since"_s, momentText(list.since)}, {u"list"_s, toJson(list.list)}};
     const QJsonObject kept{{u"list"_s, toJson(m_list)},
                            {u"begun"_s, momentText(m_begun)},
                            {u"changed"_s, momentText(m_changed)},
