@@ -25,8 +25,8 @@ struct ChangeShown
 /// Throws ConversionError for a total that is no number; an empty one is 0.
 ChangeShown changeOf(const QString &digits, const QString &total);
 
-/// What customers hand over for a total, in cents: for each note the smallest amount above the total that is a
-/// multiple of it. The smallest comes first.
+/// What customers hand over for a total, in cents: for each note the smallest multiple of it that pays the
+/// total, unless that is the total itself. The smallest comes first.
 std::vector<qint64> amountsAbove(qint64 totalCents, const std::vector<qint64> &notes);
 
 /// A price or total in cents, "" is 0. Throws ConversionError.
