@@ -2,7 +2,7 @@
 
 readonly needed_packages=(
     # to build
-    cmake ninja-build g++ mold qt6-base-dev libmariadb-dev
+    cmake ninja-build g++ mold qt6-base-dev libmariadb-dev libasio-dev
     # to run: the private server and its client, drawn icons, the virtual display, letters and emoji
     mariadb-server-core mariadb-client-core libqt6svg6 xvfb fonts-dejavu-core fonts-noto-color-emoji
     # frames and titles for the windows on it

@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 
 #ifdef Q_OS_WIN
@@ -22,6 +24,7 @@ constexpr int bufferSize = 255;
 constexpr qint16 mostFields = 16;
 constexpr qint16 mostInt16 = std::numeric_limits<qint16>::max();
 constexpr int driverOptions = 18475;
+constexpr qint64 mostNote = 100'000'000; // in cents
 
 QString systemSection()
 {
@@ -99,6 +102,25 @@ void readDisplayNames(AppSettings &settings)
         settings.FieldDisplayNames.at(static_cast<std::size_t>(i)) =
             systemText(u"display"_s + number, u"pitch"_s + number);
     }
+}
+
+// "5, 10, 0.50" in cents; what stands there already when the key is empty.
+void readTillNotes(std::vector<qint64> &notes)
+{
+    const QString text = ReadSetting(u"Till"_s, u"notes"_s, {});
+    if (text.isEmpty())
+        return;
+    notes.clear();
+    for (const QString &note : text.split(u',')) {
+        try {
+            notes.push_back(std::llround(100 * toDouble(note)));
+        } catch (const ConversionError &) {
+            notes.push_back(0);
+        }
+        if (notes.back() < 1 || notes.back() > mostNote)
+            throw SettingError(u"Till"_s, u"notes"_s, text, u"amounts above 0 with commas between them, as 5,10,20"_s);
+    }
+    std::ranges::sort(notes);
 }
 
 QString connectionString(const AppSettings &settings)
@@ -200,6 +222,7 @@ void LoadSettings(AppSettings &settings)
     const QString drawerPort = systemText(u"cashdrawercommport"_s, u"2"_s);
     settings.drawerCommand = systemText(u"cashdrawercommand"_s);
     settings.drawerText = systemText(u"cashdrawercomm"_s);
+    settings.drawerDevice = systemText(u"cashdrawerdevice"_s);
 
     settings.firstHour = wholeNumber(u"hour_start"_s, firstHour, 1, 23);
     settings.lastHour =
@@ -211,6 +234,7 @@ void LoadSettings(AppSettings &settings)
     readFieldNames(settings);
     readSharedFields(settings);
     readDisplayNames(settings);
+    readTillNotes(settings.tillNotes);
 }
 
 PicturePlacement readPicturePlacement(const QString &section)

@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 #include <stdexcept>
+#include <vector>
 
 // A setting that the program cannot work with. what() is for the centre's operator: section, key, value, what is
 // expected and where the file is (UTF-8).
@@ -28,6 +29,8 @@ struct AppSettings
     qint16 drawerPort = 0; // 1 = COM1
     QString drawerCommand; // what opens the drawer ("cashdrawercommand")
     QString drawerText;    // line settings of its port, as 9600,N,8,1 ("cashdrawercomm")
+    QString drawerDevice;  // path of its port, instead of the number ("cashdrawerdevice"); "none": there is no drawer
+    std::vector<qint64> tillNotes{500, 1000, 2000, 5000, 10000}; // banknotes in cents, the smallest first
     QString ConnectionString;
     std::array<QString, 16> FieldNames;
     std::array<QString, 16> FieldDisplayNames;
