@@ -31,6 +31,8 @@ public:
     /// auto-increment column `idColumn`; a server that went down hard may give the number to another row, so `sameRow`
     /// is a condition that tells them apart.
     void insertProof(const QString &sql, const QString &table, const QString &idColumn, const QString &sameRow);
+    /// A query, with a lock, that gives a row when the operation stands; for one that inserts nothing.
+    void proveBy(const QString &query) { m_proof = query; }
 
 private:
     enum class Attempt { Done, Undone, Conflict };
