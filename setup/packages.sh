@@ -7,6 +7,8 @@ readonly needed_packages=(
     mariadb-server-core mariadb-client-core libqt6svg6 xvfb fonts-dejavu-core fonts-noto-color-emoji
     # frames and titles for the windows on it
     openbox
+    # what the tests read PDFs with
+    poppler-utils
 )
 readonly check_packages=(clang-format clang-tidy)
 

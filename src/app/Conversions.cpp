@@ -1,6 +1,7 @@
 #include "app/Conversions.h"
 
 #include <QByteArray>
+#include <QRegularExpression>
 
 #include <cmath>
 #include <string>
@@ -155,4 +156,17 @@ qint16 toInt16(const QString &text)
     if (whole < -32768 || whole > 32767)
         throw ConversionError("Overflow");
     return static_cast<qint16>(whole);
+}
+
+double leadingNumber(QString text)
+{
+    static const QRegularExpression blanks(QStringLiteral("[ \\t\\n]"));
+    static const QRegularExpression decimal(QStringLiteral("^[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eEdD][+-]?[0-9]+)?"));
+    static const QRegularExpression otherBase(QStringLiteral("^&(?:[hH][0-9a-fA-F]+|[oO][0-7]+)"));
+    text.remove(blanks);
+    if (const auto match = otherBase.match(text); match.hasMatch())
+        return toDouble(match.captured());
+    const QString number =
+        decimal.match(text).captured().replace(QLatin1Char('d'), QLatin1Char('e'), Qt::CaseInsensitive);
+    return number.isEmpty() ? 0 : toDouble(number);
 }

@@ -17,3 +17,7 @@ double toDouble(const QString &text);
 
 // The same, rounded to the nearest whole number (a half goes to the even one), -32768..32767.
 qint16 toInt16(const QString &text);
+
+// The number that a text begins with, 0 when there is none; blanks, tabs and line feeds play no part, and only a point
+// is taken: "12 a" is 12, "8 0" is 80, "1,5" is 1. Throws ConversionError "Overflow" alone.
+double leadingNumber(QString text);

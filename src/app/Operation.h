@@ -33,6 +33,8 @@ public:
     void insertProof(const QString &sql, const QString &table, const QString &idColumn, const QString &sameRow);
     /// What is told after a lost answer: "was recorded" and then "as transaction 7".
     void setRecordedAs(const QString &words) { m_recordedAs = words; }
+    /// A query, with a lock, that gives a row when the operation stands; for one that inserts nothing.
+    void proveBy(const QString &query) { m_proof = query; }
 
 private:
     enum class Attempt { Done, Undone, Conflict };
