@@ -34,6 +34,12 @@ parents AS (
     SELECT part, whole FROM shared_pairs
     WHERE place = (SELECT MIN(earlier.place) FROM shared_pairs AS earlier WHERE earlier.part = shared_pairs.part)
 ),
+-- The marker rows that a booking on one field leaves on others.
+marks AS (
+    SELECT whole AS field, part AS other, 'Shared Booking' AS words, 'a partner' AS whose FROM shared_pairs
+    UNION ALL
+    SELECT part, whole, 'Partially Shared', 'its whole' FROM parents
+),
 -- Extra time with the hour that it runs into.
 extra_times AS (
     SELECT b_datetime, b_field, b_bookername, b_extratime,
@@ -65,13 +71,13 @@ WHERE b.b_field = a.b_field
    OR b.b_field IN (SELECT same_ground.other FROM same_ground WHERE same_ground.field = a.b_field)
 
 UNION ALL
-SELECT 'a booking without the Shared Booking row of a partner', a.b_datetime, a.b_field,
-       CONCAT(a.b_bookername, '; none on field ', shared_pairs.part)
-FROM shared_pairs
-JOIN tbl_booking AS a ON a.b_field = shared_pairs.whole AND a.b_exclusive = 1
+SELECT CONCAT('a booking without the ', marks.words, ' row of ', marks.whose), a.b_datetime, a.b_field,
+       CONCAT(a.b_bookername, '; none on field ', marks.other)
+FROM marks
+JOIN tbl_booking AS a ON a.b_field = marks.field AND a.b_exclusive = 1
 WHERE NOT EXISTS (SELECT 1 FROM tbl_booking AS mark
-                  WHERE mark.b_datetime = a.b_datetime AND mark.b_field = shared_pairs.part
-                    AND mark.b_bookername = 'Shared Booking')
+                  WHERE mark.b_datetime = a.b_datetime AND mark.b_field = marks.other
+                    AND mark.b_bookername = marks.words)
 
 UNION ALL
 SELECT 'a Shared Booking row without its booking', mark.b_datetime, mark.b_field, ''
@@ -80,15 +86,6 @@ WHERE mark.b_bookername = 'Shared Booking'
   AND NOT EXISTS (SELECT 1 FROM shared_pairs
                   JOIN tbl_booking AS a ON a.b_field = shared_pairs.whole AND a.b_exclusive = 1
                   WHERE shared_pairs.part = mark.b_field AND a.b_datetime = mark.b_datetime)
-
-UNION ALL
-SELECT 'a booking without the Partially Shared row of its whole', a.b_datetime, a.b_field,
-       CONCAT(a.b_bookername, '; none on field ', parents.whole)
-FROM parents
-JOIN tbl_booking AS a ON a.b_field = parents.part AND a.b_exclusive = 1
-WHERE NOT EXISTS (SELECT 1 FROM tbl_booking AS mark
-                  WHERE mark.b_datetime = a.b_datetime AND mark.b_field = parents.whole
-                    AND mark.b_bookername = 'Partially Shared')
 
 UNION ALL
 SELECT 'a Partially Shared row that counts wrong', mark.b_datetime, mark.b_field,

@@ -19,11 +19,6 @@ constexpr qint64 quietMilliseconds = 1000;
 constexpr qint64 quietAgainMilliseconds = 300; // while it is known not to answer
 constexpr qint64 trustedMilliseconds = 5000;
 
-// The option bits of the connection string that the client library knows; the others concern the driver's own cursors.
-constexpr unsigned optionFoundRows = 2;
-constexpr unsigned optionBigPackets = 8;
-constexpr unsigned optionCompress = 2048;
-
 constexpr std::array sessionSettings{
     // Numbers arrive as quoted text, an empty receipt number as '', texts between double quotes. Who waits longer than
     // a second for a row is told so. A counter that has vanished in the middle of an operation holds nothing for long.
@@ -42,33 +37,7 @@ int reached(SocketPoll::Ready ready)
     return (ready.toRead ? MYSQL_WAIT_READ : 0) | (ready.toWrite ? MYSQL_WAIT_WRITE : 0);
 }
 
-bool needsLookUp(const QString &server)
-{
-    return server != u"localhost" && QHostAddress(server).isNull();
-}
-
 } // namespace
-
-ConnectionOptions ConnectionOptions::parse(const QString &connectionString)
-{
-    ConnectionOptions options;
-    const auto pieces = connectionString.split(u';', Qt::SkipEmptyParts);
-    for (const QString &piece : pieces) {
-        const QString key = piece.section(u'=', 0, 0).trimmed().toUpper();
-        const QString value = piece.section(u'=', 1);
-        if (key == u"SERVER")
-            options.server = value;
-        else if (key == u"DATABASE")
-            options.database = value;
-        else if (key == u"UID")
-            options.user = value;
-        else if (key == u"PWD")
-            options.password = value;
-        else if (key == u"OPTION")
-            options.option = value.toUInt();
-    }
-    return options;
-}
 
 Database::Database(const QString &connectionString)
     : m_options(ConnectionOptions::parse(connectionString)), m_mysql(nullptr, &mysql_close)
@@ -123,7 +92,7 @@ void Database::open()
 {
     const QDeadlineTimer end = deadline(connectMilliseconds);
     const QString &server = m_options.server;
-    if (server.startsWith(u'/') || !needsLookUp(server)) {
+    if (!m_options.needsLookUp()) {
         connectTo(server, end);
         return;
     }
@@ -175,13 +144,13 @@ void Database::connectTo(const QString &host, const QDeadlineTimer &end)
     for (const char *const setting : sessionSettings)
         mysql_options(mysql, MYSQL_INIT_COMMAND, setting);
     unsigned long flags = 0;
-    if (m_options.option & optionFoundRows)
+    if (m_options.option & ConnectionOptions::foundRows)
         flags |= CLIENT_FOUND_ROWS;
-    if (m_options.option & optionBigPackets) {
+    if (m_options.option & ConnectionOptions::bigPackets) {
         constexpr size_t largestPacket = size_t(1) << 30U;
         mysql_options(mysql, MYSQL_OPT_MAX_ALLOWED_PACKET, &largestPacket);
     }
-    if (m_options.option & optionCompress)
+    if (m_options.option & ConnectionOptions::compress)
         mysql_options(mysql, MYSQL_OPT_COMPRESS, nullptr);
 
     const QByteArray server = host.toUtf8();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AnswerWait.h"
+#include "app/ConnectionOptions.h"
 #include "app/DbError.h"
 #include "app/DbRows.h"
 
@@ -13,19 +14,6 @@
 
 class QHostAddress;
 struct st_mysql;
-
-/// What the text "DRIVER={…};SERVER=…;DATABASE=…;UID=…;PWD=…;OPTION=…" says. A server that begins with "/" is a
-/// unix socket. Unknown keys are ignored; a ";" ends a value, so a password cannot hold one.
-struct ConnectionOptions
-{
-    QString server;
-    QString database;
-    QString user;
-    QString password;
-    unsigned option = 0;
-
-    static ConnectionOptions parse(const QString &connectionString);
-};
 
 /// A station's one physical connection. It is opened by the first operation and kept.
 class Database

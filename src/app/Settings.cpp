@@ -197,6 +197,14 @@ QString AppSettings::fieldName(int field) const
     return u"Field "_s + QString::number(field + 1);
 }
 
+std::vector<QString> AppSettings::namesOfFields() const
+{
+    std::vector<QString> names;
+    for (int field = 0; field <= MaxFieldIndex; ++field)
+        names.push_back(fieldName(field));
+    return names;
+}
+
 AppSettings loadStartupValues()
 {
     AppSettings settings;

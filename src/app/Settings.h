@@ -43,6 +43,8 @@ struct AppSettings
 
     // How staff call a field: its display name, else its name, else "Field n" counted from 1.
     [[nodiscard]] QString fieldName(int field) const;
+    // Of all fields, from field 0.
+    [[nodiscard]] std::vector<QString> namesOfFields() const;
 };
 
 // The file's text, at most 254 bytes. A missing or empty one is the default, which goes into the file unless it is

@@ -1,25 +1,18 @@
 #include "booking/Booking.h"
 
-#include "app/Operation.h"
 #include "app/SqlText.h"
-#include "booking/Ground.h"
-#include "booking/RemarkLog.h"
-#include "booking/SlotWords.h"
+#include "booking/SlotOperation.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 /// The rows that one booking writes, on its own field and on the fields that share its ground.
-class SlotBooking
+class SlotBooking : private SlotOperation
 {
 public:
     SlotBooking(Station &station, const QString &staff, const BookingRequest &request)
-        : m_station(station),
-          m_operation(station, u"The booking of "_s + slotInWords(station, request.slot),
-                      groundLocks(station, request.slot)),
-          m_staff(staff),
-          m_request(request)
+        : SlotOperation(station, u"The booking of"_s, request.slot, staff), m_request(request)
     {
     }
 
@@ -34,12 +27,9 @@ public:
     }
 
 private:
-    [[nodiscard]] SlotKey slotOn(int field) const { return {m_request.slot.day, m_request.slot.hourText, field}; }
-
     BookingOutcome write()
     {
-        const SlotKey &slot = m_request.slot;
-        if (isTaken() || isGroundTaken(m_operation, m_station, slot, GroundLook::Snapshot))
+        if (isTaken() || isGroundTaken(m_operation, m_station, m_slot, GroundLook::Snapshot))
             return BookingOutcome::AlreadyBooked;
         if (m_request.fromWaitingList && !holdsWaitingEntry())
             return BookingOutcome::EntryGone;
@@ -49,23 +39,23 @@ private:
             m_operation.execute(sql(u"DELETE FROM tbl_waitlist where w_id='%1'"_s, *m_request.fromWaitingList));
         writeRemark(
             m_station, m_operation,
-            {slot, u' ' + m_request.booker.name + u' ' + m_request.booker.telephone, u"book"_s, m_staff, u"  "_s});
-        for (const int partner : m_station.shared.partners(slot.field))
+            {m_slot, u' ' + m_request.booker.name + u' ' + m_request.booker.telephone, u"book"_s, m_staff, u"  "_s});
+        for (const int partner : m_station.shared.partners(m_slot.field))
             bookPartner(slotOn(partner));
-        if (const int parent = m_station.shared.parent(slot.field); parent >= 0)
+        if (const int parent = m_station.shared.parent(m_slot.field); parent >= 0)
             countOnParent(slotOn(parent));
         // Fields that share their ground hold a lock; on the others extra time may have been added since the look.
-        if (m_station.shared.ground(slot.field) < 0 && isGroundTaken(m_operation, m_station, slot, GroundLook::Locking))
+        if (m_station.shared.ground(m_slot.field) < 0 &&
+            isGroundTaken(m_operation, m_station, m_slot, GroundLook::Locking))
             return BookingOutcome::AlreadyBooked;
         return BookingOutcome::Booked;
     }
 
     bool isTaken()
     {
-        const SlotKey &slot = m_request.slot;
         return m_operation
-                   .query(sql(u"SELECT * FROM tbl_booking WHERE b_datetime='%1' AND b_field=%2"_s, slot.dateTimeText(),
-                              slot.field))
+                   .query(sql(u"SELECT * FROM tbl_booking WHERE b_datetime='%1' AND b_field=%2"_s,
+                              m_slot.dateTimeText(), m_slot.field))
                    .size() > 0;
     }
 
@@ -84,9 +74,8 @@ private:
         try {
             m_operation.execute(sql(u"INSERT INTO tbl_booking SET b_datetime='%1', b_bookertel='%2', b_bookerorg='%3', "
                                     "b_bookername='%4', b_field=%5, b_specialrate='%6'"_s,
-                                    m_request.slot.dateTimeText(), quoted(booker.telephone),
-                                    quoted(booker.organisation), quoted(booker.name), m_request.slot.field,
-                                    booker.rateType));
+                                    m_slot.dateTimeText(), quoted(booker.telephone), quoted(booker.organisation),
+                                    quoted(booker.name), m_slot.field, booker.rateType));
         } catch (const DbError &error) {
             if (error.isDuplicateKey())
                 return false;
@@ -100,7 +89,7 @@ private:
         m_operation.execute(sql(u"INSERT INTO tbl_booking SET b_datetime='%1', b_bookertel='', b_bookerorg='', "
                                 "b_bookername='Shared Booking', b_field=%2, b_specialrate=''"_s,
                                 slot.dateTimeText(), slot.field));
-        writeRemark(m_station, m_operation, {slot, u" shared booking"_s, u"book"_s, m_staff});
+        remark(slot, u" shared booking"_s, u"book"_s);
     }
 
     void countOnParent(const SlotKey &slot)
@@ -115,13 +104,9 @@ private:
                                     slot.dateTimeText(), slot.field));
         else
             m_operation.execute(u"UPDATE tbl_booking SET b_shared= b_shared + 1 where "_s + condition);
-        writeRemark(m_station, m_operation,
-                    {slot, u" partially booked field "_s + QString::number(slot.field), u"book"_s, m_staff});
+        remark(slot, u" partially booked field "_s + QString::number(slot.field), u"book"_s);
     }
 
-    Station &m_station;
-    Operation m_operation;
-    const QString &m_staff;
     const BookingRequest &m_request;
 };
 

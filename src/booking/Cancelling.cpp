@@ -1,11 +1,8 @@
 #include "booking/Cancelling.h"
 
 #include "app/FieldLengths.h"
-#include "app/Operation.h"
 #include "app/SqlText.h"
-#include "booking/Ground.h"
-#include "booking/RemarkLog.h"
-#include "booking/SlotWords.h"
+#include "booking/SlotOperation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,15 +11,11 @@ namespace {
 const QString cancelJob = u"cancel"_s;
 
 /// Deletes the rows of one booking, on its own field and on the fields that share its ground.
-class SlotCancelling
+class SlotCancelling : private SlotOperation
 {
 public:
     SlotCancelling(Station &station, const QString &staff, const CancelRequest &request)
-        : m_station(station),
-          m_operation(station, u"The clearing of "_s + slotInWords(station, request.slot),
-                      groundLocks(station, request.slot)),
-          m_staff(staff),
-          m_request(request)
+        : SlotOperation(station, u"The clearing of"_s, request.slot, staff), m_request(request)
     {
     }
 
@@ -37,14 +30,11 @@ public:
     }
 
 private:
-    [[nodiscard]] SlotKey slotOn(int field) const { return {m_request.slot.day, m_request.slot.hourText, field}; }
-
     CancelOutcome write()
     {
-        const SlotKey &slot = m_request.slot;
-        const auto holder = holdSlot(m_operation, slot);
-        DbRows rows = m_operation.query(
-            sql(u"SELECT * FROM tbl_booking WHERE b_datetime='%1' AND b_field=%2"_s, slot.dateTimeText(), slot.field));
+        const auto holder = holdSlot(m_operation, m_slot);
+        DbRows rows = m_operation.query(sql(u"SELECT * FROM tbl_booking WHERE b_datetime='%1' AND b_field=%2"_s,
+                                            m_slot.dateTimeText(), m_slot.field));
         if (!holder || !rows.next())
             return CancelOutcome::FieldEmpty;
         if (holder->name != m_request.booker) {
@@ -53,13 +43,13 @@ private:
         }
         if (holder->isPaid)
             return CancelOutcome::PaidItem;
-        m_operation.execute(
-            sql(u"DELETE FROM tbl_booking where b_datetime='%1' AND  b_field=%2"_s, slot.dateTimeText(), slot.field));
-        m_result.freed.push_back(slot);
-        writeRemark(m_station, m_operation, {slot, m_request.reason, cancelJob, m_staff});
-        for (const int partner : m_station.shared.partners(slot.field))
+        m_operation.execute(sql(u"DELETE FROM tbl_booking where b_datetime='%1' AND  b_field=%2"_s,
+                                m_slot.dateTimeText(), m_slot.field));
+        m_result.freed.push_back(m_slot);
+        remark(m_slot, m_request.reason, cancelJob);
+        for (const int partner : m_station.shared.partners(m_slot.field))
             freePartner(slotOn(partner));
-        if (const int parent = m_station.shared.parent(slot.field); parent >= 0)
+        if (const int parent = m_station.shared.parent(m_slot.field); parent >= 0)
             countDownOnParent(slotOn(parent));
         return CancelOutcome::Cancelled;
     }
@@ -74,7 +64,7 @@ private:
     void freePartner(const SlotKey &slot)
     {
         deleteRows(slot);
-        writeRemark(m_station, m_operation, {slot, u" shared booking"_s, cancelJob, m_staff});
+        remark(slot, u" shared booking"_s, cancelJob);
     }
 
     void countDownOnParent(const SlotKey &slot)
@@ -86,13 +76,9 @@ private:
             deleteRows(slot);
         else
             m_operation.execute(u"UPDATE tbl_booking SET b_shared=b_shared - 1"_s + condition);
-        writeRemark(m_station, m_operation,
-                    {slot, u" partially booked field "_s + QString::number(slot.field), cancelJob, m_staff});
+        remark(slot, u" partially booked field "_s + QString::number(slot.field), cancelJob);
     }
 
-    Station &m_station;
-    Operation m_operation;
-    const QString &m_staff;
     const CancelRequest &m_request;
     Cancelling m_result;
 };

@@ -1,10 +1,7 @@
 #include "booking/ExtraTime.h"
 
-#include "app/Operation.h"
 #include "app/SqlText.h"
-#include "booking/Ground.h"
-#include "booking/RemarkLog.h"
-#include "booking/SlotWords.h"
+#include "booking/SlotOperation.h"
 
 using namespace Qt::StringLiterals;
 
@@ -71,16 +68,13 @@ std::optional<Verification> verifyUnless(Station &station, const QString &refusa
 
 /// Changes the extra minutes of the current slot while its booker is still the one in the grid. Says what stood against
 /// it; empty when it is done, or when the slot has vanished, which is told by the grid alone.
-class ExtraTimeChange
+class ExtraTimeChange : private SlotOperation
 {
 public:
     ExtraTimeChange(Station &station, const DaySelection &selection, const QString &staff)
-        : m_station(station),
-          m_row(selection.row(selection.current)),
-          m_slot(selection.slotOf(m_row)),
-          m_staff(staff),
-          m_operation(station, u"The extra time of "_s + slotInWords(station, m_slot),
-                      groundLocks(station, m_slot, true))
+        : SlotOperation(station, u"The extra time of"_s, selection.slotOf(selection.row(selection.current)), staff,
+                        true),
+          m_row(selection.row(selection.current))
     {
     }
 
@@ -131,9 +125,7 @@ private:
         if (isNextHourSold(m_operation, m_station, m_slot))
             return {false, u"The field already being booked"_s};
         m_operation.execute(sql(u"UPDATE tbl_booking SET b_extratime=%1%2"_s, int(minutes), condition(m_slot)));
-        writeRemark(m_station, m_operation,
-                    {m_slot, u" for player adding "_s + QString::number(minutes) + u" minutes more "_s, u"extra time"_s,
-                     m_staff});
+        remark(m_slot, u" for player adding "_s + QString::number(minutes) + u" minutes more "_s, u"extra time"_s);
         return {true};
     }
 
@@ -147,15 +139,11 @@ private:
         if (holder->isPaid)
             return {false, u"You cannot delete paid slot"_s};
         m_operation.execute(u"UPDATE tbl_booking SET b_extratime=0"_s + condition(m_slot));
-        writeRemark(m_station, m_operation, {m_slot, u" do not want extratime."_s, u"delete extra time"_s, m_staff});
+        remark(m_slot, u" do not want extratime."_s, u"delete extra time"_s);
         return {true};
     }
 
-    Station &m_station;
     const DayRow &m_row;
-    SlotKey m_slot;
-    const QString &m_staff;
-    Operation m_operation;
 };
 
 bool tell(Prompts &prompts, const QString &refusal)

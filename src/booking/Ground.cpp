@@ -112,10 +112,7 @@ std::optional<SlotHolder> holdSlot(Operation &operation, const SlotKey &slot)
     while (rows.next()) {
         const QString name = rows.text("b_bookername");
         const bool paid = (holder && holder->isPaid) || rows.amount("b_paid") > 0;
-        if (!holder || isMarker(holder->name))
-            holder = SlotHolder{name, paid};
-        else
-            holder->isPaid = paid;
+        holder = SlotHolder{!holder || takesPlaceOf(holder->name, name) ? name : holder->name, paid};
     }
     return holder;
 }

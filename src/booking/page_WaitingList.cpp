@@ -29,7 +29,6 @@ page_WaitingList::page_WaitingList(Station &station, BookingClipboard &clipboard
     layout->setSpacing(16);
     layout->addWidget(makeDayAndPlan(), 2);
     layout->addWidget(makeList(), 3);
-    makeMenu();
     setDay(station.now().date());
 }
 
@@ -79,37 +78,30 @@ QWidget *page_WaitingList::makeList()
     m_listOrEmpty->addWidget(m_empty);
     layout->addWidget(m_heading);
     layout->addWidget(m_listOrEmpty, 1);
-    layout->addLayout(makeButtons());
+    layout->addLayout(makeMenuAndButtons());
     connect(m_list, &RowsTable::customContextMenuRequested, this, &page_WaitingList::showMenu);
     return side;
 }
 
-QLayout *page_WaitingList::makeButtons()
+QLayout *page_WaitingList::makeMenuAndButtons()
 {
-    auto *layout = new QHBoxLayout;
-    layout->setSpacing(8);
-    const auto add = [&](const QString &objectName, const QString &text, void (page_WaitingList::*handler)()) {
-        auto *button = new QPushButton(text);
-        button->setObjectName(objectName);
-        layout->addWidget(button);
-        connect(button, &QPushButton::clicked, this, handler);
-    };
-    add(u"btn_AddEntry2"_s, u"&Add an entry…"_s, &page_WaitingList::addEntry);
-    add(u"btn_CutEntry"_s, u"&Take for pasting on the grid"_s, &page_WaitingList::cutEntry);
-    layout->addStretch();
-    add(u"btn_ClearEntry"_s, u"&Delete the entry…"_s, &page_WaitingList::clearEntry);
-    return layout;
-}
-
-void page_WaitingList::makeMenu()
-{
+    const MenuEntry add{{}, u"&Add an entry…"_s, {}, [this] { addEntry(); }, {u"btn_AddEntry2"_s}};
+    MenuEntry cut{u"mnu_Cut"_s, u"&Take for pasting on the grid"_s, {}, [this] { cutEntry(); }, {u"btn_CutEntry"_s}};
+    cut.key = QKeySequence::Cut;
+    MenuEntry clear{u"mnu_ClearEntry"_s, u"&Delete the entry…"_s, {}, [this] { clearEntry(); }, {u"btn_ClearEntry"_s}};
+    clear.key = Qt::Key_Delete;
+    const std::vector<MenuEntry> entries{add, cut, {}, clear};
     m_menu = new QMenu(this);
     m_menu->setObjectName(u"mnu_WaitList"_s);
-    fillMenu(*m_menu,
-             {{u"mnu_Cut"_s, u"&Take for pasting on the grid"_s, {}, [this] { cutEntry(); }, QKeySequence::Cut},
-              {},
-              {u"mnu_ClearEntry"_s, u"&Delete the entry…"_s, {}, [this] { clearEntry(); }, Qt::Key_Delete}});
+    fillMenu(*m_menu, entries);
     m_list->addActions(m_menu->actions());
+
+    auto *layout = new QHBoxLayout;
+    layout->setSpacing(8);
+    for (QPushButton *button : makeButtons(entries))
+        layout->addWidget(button);
+    layout->insertStretch(2);
+    return layout;
 }
 
 void page_WaitingList::loadPlan()

@@ -53,8 +53,7 @@ Q_SIGNALS:
 private:
     QWidget *makeDayAndPlan();
     QWidget *makeList();
-    QLayout *makeButtons();
-    void makeMenu();
+    QLayout *makeMenuAndButtons();
     void takeDay(QDate day);
     void showHeading();
     void showEntries(const std::vector<WaitingEntry> &entries, const QString &selected);

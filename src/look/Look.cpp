@@ -196,6 +196,15 @@ void Look::apply(QApplication &application)
     }
 }
 
+void Look::paint(QWidget &widget, const Tone &tone)
+{
+    QPalette colours = widget.palette();
+    colours.setColor(QPalette::Window, tone.background);
+    colours.setColor(QPalette::WindowText, tone.text);
+    widget.setPalette(colours);
+    widget.setAutoFillBackground(true);
+}
+
 void Look::applyTo(QCalendarWidget &calendar)
 {
     QTextCharFormat weekend;

@@ -5,6 +5,7 @@
 
 class QApplication;
 class QCalendarWidget;
+class QWidget;
 
 /// What every window shares to the eye.
 namespace Look {
@@ -34,6 +35,9 @@ inline constexpr Tone alert{{176, 48, 32}, {255, 255, 255}};
 /// Sets style, palette and font; to be called once, before the first window. Buttons and boxes are at least 32 pixels
 /// high; buttons in a widget whose dynamic property "touch" is true, 44.
 void apply(QApplication &application);
+
+/// Gives a widget this paper and ink.
+void paint(QWidget &widget, const Tone &tone);
 
 /// Writes a calendar's weekends in a red that can be read on every ground of a calendar.
 void applyTo(QCalendarWidget &calendar);

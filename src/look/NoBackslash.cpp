@@ -53,11 +53,7 @@ void NoBackslash::say()
         m_line->setObjectName(u"lbl_NoBackslash"_s);
         m_line->setAttribute(Qt::WA_TransparentForMouseEvents); // a button may lie behind it
         m_line->setMargin(margin);
-        m_line->setAutoFillBackground(true);
-        QPalette colours = m_line->palette();
-        colours.setColor(QPalette::Window, Look::alert.background);
-        colours.setColor(QPalette::WindowText, Look::alert.text);
-        m_line->setPalette(colours);
+        Look::paint(*m_line, Look::alert);
     }
     m_line->adjustSize();
     const QPoint below = m_box->mapTo(window, QPoint(0, m_box->height()));

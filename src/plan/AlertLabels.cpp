@@ -23,11 +23,7 @@ void AlertLabels::make(QWidget *plan, const std::vector<QString> &fieldNames)
         label->setObjectName(u"lbl_Alert_"_s + QString::number(field));
         label->setAccessibleName(u"Alert for "_s + fieldNames[field]);
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
-        QPalette colors = label->palette();
-        colors.setColor(QPalette::Window, Look::alert.background);
-        colors.setColor(QPalette::WindowText, Look::alert.text);
-        label->setPalette(colors);
-        label->setAutoFillBackground(true);
+        Look::paint(*label, Look::alert);
         label->setFrameStyle(int(QFrame::Box) | int(QFrame::Plain));
         label->setAlignment(Qt::AlignCenter);
         label->hide();

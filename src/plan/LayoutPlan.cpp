@@ -2,7 +2,7 @@
 
 #include "app/Settings.h"
 #include "look/Look.h"
-#include "plan/FieldPlate.h"
+#include "plan/FieldDrawing.h"
 
 #include <QHelpEvent>
 #include <QMouseEvent>
@@ -18,23 +18,6 @@ namespace {
 
 constexpr double ownLetteringScale = 0.7; // below it the picture's own lettering is too small to be read
 constexpr double margin = 4;
-constexpr Look::Tone lit{{255, 205, 56}, {64, 47, 0}};
-constexpr Look::Tone unlit{{74, 82, 88}, {255, 255, 255}};
-
-Look::Tone toneOf(FieldState state)
-{
-    switch (state) {
-    case FieldState::Free:
-        return Look::free;
-    case FieldState::Booked:
-        return Look::booked;
-    case FieldState::Shared:
-        return Look::shared;
-    case FieldState::Closed:
-        break;
-    }
-    return Look::past;
-}
 
 } // namespace
 
@@ -47,9 +30,7 @@ LayoutPlan::LayoutPlan(QWidget *parent) : PlacedPicture(parent)
 
 void LayoutPlan::load(const QString &section, const QString &hotSpotSection, const AppSettings &settings)
 {
-    m_names.clear();
-    for (int field = 0; field <= settings.MaxFieldIndex; ++field)
-        m_names.push_back(settings.fieldName(field));
+    m_names = settings.namesOfFields();
     m_spots = HotSpots(hotSpotSection, settings.MaxFieldIndex);
     const auto fieldsPlaced = qScopeGuard([this] {
         const QRectF spots = m_spots.bounds();
@@ -242,10 +223,10 @@ void LayoutPlan::paintEvent(QPaintEvent *event)
         if (!fieldRect(field).isEmpty())
             paintField(painter, field);
     }
-    for (const int field : {m_pointed, m_selected}) {
-        if (!fieldRect(field).isEmpty())
-            paintMarker(painter, field);
-    }
+    if (const QRectF place = fieldRect(m_pointed); m_pointed != m_selected && !place.isEmpty())
+        drawPointed(painter, place);
+    if (const QRectF place = fieldRect(m_selected); !place.isEmpty())
+        drawSelected(painter, place, isCompact());
     if (hasFocus()) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(Look::accent, 2));
@@ -255,44 +236,10 @@ void LayoutPlan::paintEvent(QPaintEvent *event)
 
 void LayoutPlan::paintField(QPainter &painter, int field) const
 {
-    const bool known = std::size_t(field) < m_status.size();
-    const FieldStatus status = known ? m_status[std::size_t(field)] : FieldStatus{};
-    const QRectF place = fieldRect(field);
-    if (known) {
-        // Multiplied, the tone leaves the picture's own lettering as dark as it is.
-        painter.setCompositionMode(QPainter::CompositionMode_Multiply);
-        painter.setOpacity(0.65);
-        painter.fillRect(place, toneOf(status.state).background);
-        painter.setOpacity(1);
-        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    }
-    painter.setPen(QPen(Look::ink, known ? 1.0 : 0.5));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(place);
-    paintStatus(painter, field);
-}
-
-void LayoutPlan::paintStatus(QPainter &painter, int field) const
-{
-    const bool known = std::size_t(field) < m_status.size();
-    const FieldStatus status = known ? m_status[std::size_t(field)] : FieldStatus{};
-    const Look::Tone tone = toneOf(status.state);
-    std::vector<PlatePiece> pieces;
-    if (isCompact())
-        pieces.push_back({fieldName(field), tone, true});
-    const PlatePiece state{status.stateText(), tone, false};
-    if (known)
-        pieces.push_back(state);
-    const bool withLights = known && !status.lightText().isEmpty();
-    if (withLights)
-        pieces.push_back({status.lightText(), status.litRows > 0 ? lit : unlit, false, true});
-    if (pieces.empty())
-        return;
-    const QRectF room = plateRoom(field);
-    QFont letters = font();
-    letters.setPixelSize(int(QFontInfo(font()).pixelSize() * (isCompact() ? 0.85 : 1.0)));
-    const auto plate = FieldPlate::fitting(pieces, known ? state : pieces.front(), withLights, letters, room.size());
-    plate.draw(painter, isCompact() ? room.topLeft() : room.bottomLeft() - QPointF(0, plate.size().height()));
+    DrawnField drawn{fieldRect(field), plateRoom(field), fieldName(field), {}, isCompact()};
+    if (std::size_t(field) < m_status.size())
+        drawn.status = m_status[std::size_t(field)];
+    drawField(painter, drawn, font());
 }
 
 // A small plan has the plate where a picture's lettering mostly stands, in the upper left, in its stead; a large one in
@@ -310,24 +257,4 @@ QRectF LayoutPlan::plateRoom(int field) const
     else
         room.setTop(room.top() + label.height());
     return room;
-}
-
-void LayoutPlan::paintMarker(QPainter &painter, int field) const
-{
-    const QRectF place = fieldRect(field);
-    painter.setBrush(Qt::NoBrush);
-    if (field != m_selected) {
-        painter.setPen(QPen(Look::ink, 2, Qt::DashLine));
-        painter.drawRect(place.adjusted(-1, -1, 1, 1));
-        return;
-    }
-    painter.setPen(QPen(Qt::white, 6));
-    painter.drawRect(place);
-    painter.setPen(QPen(Look::accent, 3));
-    painter.drawRect(place);
-    const QPointF tick = isCompact() ? place.bottomLeft() + QPointF(2, -2) : place.bottomRight() - QPointF(2, 2);
-    painter.setPen(QPen(Qt::white, 2));
-    painter.setBrush(Look::accent);
-    painter.drawEllipse(tick, 9, 9);
-    painter.drawPolyline(QPolygonF{tick + QPointF(-4, 0), tick + QPointF(-1, 3), tick + QPointF(4, -3)});
 }

@@ -59,8 +59,6 @@ private:
     [[nodiscard]] QRectF plateRoom(int field) const;
     void pointAt(int field);
     void paintField(QPainter &painter, int field) const;
-    void paintStatus(QPainter &painter, int field) const;
-    void paintMarker(QPainter &painter, int field) const;
     void placeAlertLabels();
     void describe();
 

@@ -15,10 +15,11 @@ void readPresentHour(DbConnection &connection, const QString &slot, std::vector<
                                    u"\" ORDER BY b_field ASC;"_s);
     while (rows.next()) {
         const auto field = std::size_t(rows.number("b_field"));
-        if (field >= fields.size() || fields[field].state == FieldState::Booked)
+        const QString name = rows.text("b_bookername");
+        if (field >= fields.size() || !takesPlaceOf(fields[field].booker, name))
             continue;
-        fields[field].booker = rows.text("b_bookername");
-        fields[field].state = isMarkerText(fields[field].booker) ? FieldState::Shared : FieldState::Booked;
+        fields[field].booker = name;
+        fields[field].state = isMarkerText(name) ? FieldState::Shared : FieldState::Booked;
     }
 }
 

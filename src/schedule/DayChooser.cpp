@@ -10,8 +10,6 @@
 #include <QTextCharFormat>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -32,12 +30,12 @@ QLineEdit *hiddenBox(const QString &name, QWidget *parent)
 DayChooser::DayChooser(Station &station, QWidget *parent)
     : QWidget(parent),
       m_station(station),
-      m_alertCaptions(std::size_t(std::max(0, station.settings.MaxFieldIndex + 1))),
       m_fieldUnderMouse(hiddenBox(u"Text2"_s, this)),
-      m_fieldSelected(hiddenBox(u"txtInfo_FieldSelect"_s, this))
+      m_fieldSelected(hiddenBox(u"txtInfo_FieldSelect"_s, this)),
+      m_plan(makePlan()),
+      m_alerts(station, *m_plan)
 {
     m_fieldSelected->setText(QString::number(m_field));
-    makePlan();
     makeCalendar();
     setMinimumWidth(leastWidth);
     auto *layout = new QVBoxLayout(this);
@@ -47,16 +45,17 @@ DayChooser::DayChooser(Station &station, QWidget *parent)
     layout->addWidget(m_calendar, 1);
 }
 
-void DayChooser::makePlan()
+LayoutPlan *DayChooser::makePlan()
 {
-    m_plan = new LayoutPlan;
-    m_plan->setObjectName(u"LayoutPlan1"_s);
+    auto *plan = new LayoutPlan;
+    plan->setObjectName(u"LayoutPlan1"_s);
     QSizePolicy fitting(QSizePolicy::Expanding, QSizePolicy::Preferred);
     fitting.setHeightForWidth(true);
-    m_plan->setSizePolicy(fitting);
-    m_plan->setSelectedField(m_field);
-    connect(m_plan, &LayoutPlan::hovered, m_fieldUnderMouse, &QLineEdit::setText);
-    connect(m_plan, &LayoutPlan::clicked, this, &DayChooser::pressField);
+    plan->setSizePolicy(fitting);
+    plan->setSelectedField(m_field);
+    connect(plan, &LayoutPlan::hovered, m_fieldUnderMouse, &QLineEdit::setText);
+    connect(plan, &LayoutPlan::clicked, this, &DayChooser::pressField);
+    return plan;
 }
 
 void DayChooser::makeCalendar()
@@ -128,24 +127,10 @@ void DayChooser::refreshPlanQuietly()
     refreshPlan();
 }
 
-void DayChooser::refreshAlerts()
-{
-    RefreshAlert(m_station, m_alertCaptions);
-}
-
-void DayChooser::clearAlerts()
-{
-    std::fill(m_alertCaptions.begin(), m_alertCaptions.end(), QString());
-}
-
-void DayChooser::showAlerts(bool lit)
-{
-    m_plan->setAlertCaptions(m_alertCaptions);
-    m_plan->setAlertsLit(lit);
-}
-
 void DayChooser::goOnTo(QTime now)
 {
+    if (m_alerts.goOnTo(now))
+        Q_EMIT alertsRaised();
     if (m_planMinute >= 0 && m_planMinute != now.minute())
         refreshPlanQuietly();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/Station.h"
-#include "plan/Alerts.h"
 #include "plan/PlanStatus.h"
+#include "schedule/PlanAlerts.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -36,11 +36,8 @@ public:
     /// Reads what goes on at the fields now (tbl_booking, tbl_light); after an error the plan says nothing.
     void refreshPlan();
     void refreshPlanQuietly();
-    /// Reads the alerts anew. Throws DbError.
-    void refreshAlerts();
-    void clearAlerts();
-    void showAlerts(bool lit);
-    /// Once a second: at a new minute the plan is read again.
+    void lookForAlerts() { m_alerts.look(); }
+    /// Once a second: the alerts blink, and at a new minute the plan is read again.
     void goOnTo(QTime now);
 
     [[nodiscard]] QCalendarWidget *calendar() const { return m_calendar; }
@@ -48,21 +45,23 @@ public:
 Q_SIGNALS:
     void fieldChosen();
     void dayChosen();
+    /// By the clock.
+    void alertsRaised();
     /// Empty when nothing is known.
     void planRead(const std::vector<FieldStatus> &status);
 
 private:
-    void makePlan();
+    LayoutPlan *makePlan();
     void makeCalendar();
 
     Station &m_station;
-    std::vector<QString> m_alertCaptions;
     QTimer m_dayClicked;
     QString m_day;
     int m_field = 0;
     int m_planMinute = -1; ///< of the last reading
-    LayoutPlan *m_plan = nullptr;
     QCalendarWidget *m_calendar = nullptr;
     QLineEdit *m_fieldUnderMouse; ///< mirrors what the pointer is over
     QLineEdit *m_fieldSelected;   ///< mirrors the field
+    LayoutPlan *m_plan;
+    PlanAlerts m_alerts;
 };

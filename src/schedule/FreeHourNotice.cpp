@@ -21,11 +21,7 @@ FreeHourNotice::FreeHourNotice(QWidget *parent) : QFrame(parent)
 {
     setObjectName(u"FreeHourNotice"_s);
     setFrameShape(StyledPanel);
-    setAutoFillBackground(true);
-    QPalette colours = palette();
-    colours.setColor(QPalette::Window, Look::shared.background);
-    colours.setColor(QPalette::WindowText, Look::shared.text);
-    setPalette(colours);
+    Look::paint(*this, Look::shared);
 
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 4, 4, 4);

@@ -12,7 +12,6 @@
 #include "booking/frm_Booker.h"
 #include "booking/frm_WaitingList.h"
 #include "look/Look.h"
-#include "look/MenuEntry.h"
 
 #include <QProgressDialog>
 
@@ -44,6 +43,12 @@ SlotActions::SlotActions(Station &station, BookingClipboard &clipboard, Selectio
     buildMenu();
 }
 
+void SlotActions::addEntries(const std::vector<MenuEntry> &entries)
+{
+    fillMenu(*m_menu, entries);
+    m_entries.insert(m_entries.end(), entries.cbegin(), entries.cend());
+}
+
 void SlotActions::buildMenu()
 {
     const auto extraTime = [this](qint16 minutes) {
@@ -51,28 +56,31 @@ void SlotActions::buildMenu()
         return MenuEntry{u"mnu_Add"_s + number, u"Add "_s + number + u" minutes extra time"_s, u"extra-time"_s,
                          [this, minutes] { addExtraTime(minutes); }};
     };
-    fillMenu(*m_menu,
-             {{u"mnu_Book"_s, u"&Book…"_s, u"book"_s, [this] { book(); }},
-              {u"mnu_AddEntry"_s, u"Put on the &waiting list…"_s, u"add-entry"_s, [this] { addWaitingEntry(); }},
-              {},
-              // Their keys are handled by the page, which sees every key first; here they are only named.
-              {u"mnu_Copy"_s, u"&Copy booker\tCtrl+C"_s, u"copy"_s, [this] { copy(); }},
-              {u"mnu_Paste"_s, u"&Paste booker\tCtrl+V"_s, u"paste"_s, [this] { paste(); }},
-              {u"mnu_BlockBook1"_s, u"Block book &4 weeks"_s, u"block"_s, [this] { blockBook(4); }},
-              {u"mnu_BlockBook2"_s, u"Block book &8 weeks"_s, u"block"_s, [this] { blockBook(8); }},
-              {},
-              extraTime(15),
-              extraTime(30),
-              extraTime(45),
-              {u"mnu_ClearAddition"_s, u"Remove e&xtra time"_s, {}, [this] { clearAddition(); }},
-              {}});
+    const EntryButton bookButton{u"btn_Book"_s, u"&Book"_s, 1};
+    const EntryButton clearButton{u"btn_Clear"_s, u"C&lear"_s, 2};
+    const EntryButton waitButton{u"btn_AddEntry"_s, u"&Waiting list"_s, 3};
+    addEntries(
+        {{u"mnu_Book"_s, u"&Book…"_s, u"book"_s, [this] { book(); }, bookButton},
+         {u"mnu_AddEntry"_s, u"Put on the &waiting list…"_s, u"add-entry"_s, [this] { addWaitingEntry(); }, waitButton},
+         {},
+         // Their keys are handled by the page, which sees every key first; here they are only named.
+         {u"mnu_Copy"_s, u"&Copy booker\tCtrl+C"_s, u"copy"_s, [this] { copy(); }},
+         {u"mnu_Paste"_s, u"&Paste booker\tCtrl+V"_s, u"paste"_s, [this] { paste(); }},
+         {u"mnu_BlockBook1"_s, u"Block book &4 weeks"_s, u"block"_s, [this] { blockBook(4); }},
+         {u"mnu_BlockBook2"_s, u"Block book &8 weeks"_s, u"block"_s, [this] { blockBook(8); }},
+         {},
+         extraTime(15),
+         extraTime(30),
+         extraTime(45),
+         {u"mnu_ClearAddition"_s, u"Remove e&xtra time"_s, {}, [this] { clearAddition(); }},
+         {}});
     m_rates = m_menu->addMenu(Look::icon(u"rate"_s), u"&Rate"_s);
     addRateEntry(u"mnu_SetNormal"_s, u"normal"_s, RateType::normal);
     addRateEntry(u"mnu_SetMember"_s, u"member"_s, RateType::member);
     addRateEntry(u"mnu_setStudent"_s, u"student"_s, RateType::student);
-    fillMenu(*m_menu, {{},
-                       {u"mnu_History"_s, u"&History…"_s, {}, [this] { showHistory(); }, QKeySequence(u"Ctrl+H"_s)},
-                       {u"mnu_Delete"_s, u"C&lear booking…"_s, u"clear"_s, [this] { clear(); }}});
+    addEntries({{},
+                {u"mnu_History"_s, u"&History…"_s, {}, [this] { showHistory(); }, {}, QKeySequence(u"Ctrl+H"_s)},
+                {u"mnu_Delete"_s, u"C&lear booking…"_s, u"clear"_s, [this] { clear(); }, clearButton}});
     for (QAction *action : m_menu->actions()) {
         if (action->shortcut().isEmpty())
             continue;

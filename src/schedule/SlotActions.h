@@ -2,6 +2,7 @@
 
 #include "app/DayRow.h"
 #include "booking/BookingClipboard.h"
+#include "look/MenuEntry.h"
 
 #include <QMenu>
 #include <QObject>
@@ -22,6 +23,8 @@ public:
 
     /// mnu_Mouse with its entries.
     [[nodiscard]] QMenu *menu() { return m_menu; }
+    /// What the menu is made of, and the buttons.
+    [[nodiscard]] const std::vector<MenuEntry> &entries() const { return m_entries; }
     void addSpecialGroup(int group);
 
     void book();
@@ -42,6 +45,7 @@ signals:
 
 private:
     void addRateEntry(const QString &name, const QString &rateInWords, const QString &rateType);
+    void addEntries(const std::vector<MenuEntry> &entries);
     void buildMenu();
     /// Runs an operation on the selection and reports that the day was touched; false after an error, which staff have
     /// seen, or when nothing is selected.
@@ -58,5 +62,6 @@ private:
     Selection m_selection;
     QWidget *m_window;
     QMenu *m_menu;
+    std::vector<MenuEntry> m_entries;
     QMenu *m_rates = nullptr;
 };

@@ -73,12 +73,8 @@ QWidget *frm_Main::makeHeader()
     connect(m_counter, &QPushButton::clicked, this, &frm_Main::nextCounter);
     m_noConnection = new QLabel;
     m_noConnection->setObjectName(u"lbl_NoConnection"_s);
-    m_noConnection->setAutoFillBackground(true);
     m_noConnection->setMargin(8);
-    QPalette colours = m_noConnection->palette();
-    colours.setColor(QPalette::Window, Look::alert.background);
-    colours.setColor(QPalette::WindowText, Look::alert.text);
-    m_noConnection->setPalette(colours);
+    Look::paint(*m_noConnection, Look::alert);
     m_noConnection->hide();
     auto *layout = new QHBoxLayout(m_topImage);
     layout->setContentsMargins(8, 4, 8, 4);

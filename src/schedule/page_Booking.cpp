@@ -1,30 +1,24 @@
 #include "schedule/page_Booking.h"
 
 #include "app/Errors.h"
-#include "app/Formats.h"
-#include "booking/RemarkLog.h"
-#include "look/ElidedLabel.h"
 #include "look/Look.h"
 #include "schedule/ClipboardLine.h"
 #include "schedule/DayChooser.h"
+#include "schedule/DayHeading.h"
 #include "schedule/DayView.h"
 #include "schedule/FreeHourNotice.h"
 #include "schedule/PlayLists.h"
 #include "schedule/SlotActions.h"
+#include "schedule/SlotBar.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLocale>
-#include <QMouseEvent>
-#include <QPushButton>
-#include <QToolButton>
 
 #include <algorithm>
 #include <array>
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -38,54 +32,18 @@ constexpr int againMilliseconds = 50; // until a reading that found the database
 constexpr std::array fieldKeys{Qt::Key_P, Qt::Key_O, Qt::Key_I, Qt::Key_U, Qt::Key_Y,
                                Qt::Key_T, Qt::Key_R, Qt::Key_E, Qt::Key_W};
 
-QLabel *namedLabel(const QString &name)
-{
-    auto *label = new QLabel;
-    label->setObjectName(name);
-    label->setTextFormat(Qt::PlainText);
-    return label;
-}
-
-/// A line of text that can be clicked.
-class ClickedLabel : public QLabel
-{
-public:
-    explicit ClickedLabel(std::function<void()> clicked) : m_clicked(std::move(clicked)) {}
-
-protected:
-    void mouseReleaseEvent(QMouseEvent *event) override
-    {
-        if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
-            m_clicked();
-    }
-
-private:
-    std::function<void()> m_clicked;
-};
-
-void makeLarge(QLabel *label)
-{
-    QFont font = label->font();
-    font.setPointSizeF(font.pointSizeF() * 1.25);
-    font.setBold(true);
-    label->setFont(font);
-}
-
-std::vector<QString> fieldNames(const AppSettings &settings)
-{
-    std::vector<QString> names;
-    for (int field = 0; field <= settings.MaxFieldIndex; ++field)
-        names.push_back(settings.fieldName(field));
-    return names;
-}
-
 } // namespace
 
 page_Booking::page_Booking(Station &station, BookingClipboard &clipboard, QWidget *parent)
-    : Page(parent), m_station(station), m_clipboard(clipboard), m_chooser(new DayChooser(station))
+    : Page(parent),
+      m_station(station),
+      m_clipboard(clipboard),
+      m_histories(station),
+      m_chooser(new DayChooser(station)),
+      m_heading(new DayHeading)
 {
     setObjectName(u"page_Booking"_s);
-    m_playLists = new PlayLists(fieldNames(station.settings));
+    m_playLists = new PlayLists(station.settings.namesOfFields());
     m_playLists->setCurrentIndex(1);
     m_playLists->setFixedWidth(playListWidth);
     m_actions = new SlotActions(
@@ -110,90 +68,36 @@ QWidget *page_Booking::makeGrid()
     m_grid = new DayView;
     m_grid->setObjectName(u"ListView_Book"_s);
     m_grid->setModel(&m_model);
-    m_grid->setHistory([this](int row) { return historyOf(row); });
+    m_grid->setHistory([this](int row) {
+        return m_histories.of(row, {m_shown.day, m_model.rows().at(std::size_t(row)).hourText(), m_shown.field});
+    });
     connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &page_Booking::showSelectedHour,
             Qt::QueuedConnection); // an error window must not open inside the mouse press
 
-    m_unread = namedLabel(u"lbl_Unread"_s);
-    m_unread->setText(u"This day could not be read: the rows below are not known to be free."_s);
-    m_unread->setAutoFillBackground(true);
+    m_unread = new QLabel(u"This day could not be read: the rows below are not known to be free."_s);
+    m_unread->setObjectName(u"lbl_Unread"_s);
+    m_unread->setTextFormat(Qt::PlainText);
     m_unread->setMargin(space);
-    QPalette colours = m_unread->palette();
-    colours.setColor(QPalette::Window, Look::alert.background);
-    colours.setColor(QPalette::WindowText, Look::alert.text);
-    m_unread->setPalette(colours);
+    Look::paint(*m_unread, Look::alert);
     m_unread->hide();
     m_notice = new FreeHourNotice;
     connect(m_notice, &FreeHourNotice::entryWanted, this, &page_Booking::takeWaitingEntry);
     m_clipboardLine = new ClipboardLine;
+    auto *bar = new SlotBar(m_actions->entries());
+    connect(bar, &SlotBar::severalToggled, m_grid, &DayView::setTapSelects);
+    connect(bar, &SlotBar::readingWanted, this, &page_Booking::RefreshView);
 
     auto *column = new QWidget;
     auto *layout = new QVBoxLayout(column);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(space / 2);
-    layout->addWidget(makeHeading());
-    layout->addWidget(makeButtons());
+    layout->addWidget(m_heading);
+    layout->addWidget(bar);
     layout->addWidget(m_notice);
     layout->addWidget(m_unread);
     layout->addWidget(m_grid, 1);
     layout->addWidget(m_clipboardLine);
     return column;
-}
-
-QWidget *page_Booking::makeHeading()
-{
-    m_fieldName = new ElidedLabel;
-    m_fieldName->setObjectName(u"lbl_FieldName"_s);
-    makeLarge(m_fieldName);
-    m_fieldInfo = namedLabel(u"lbl_FieldInfo"_s);
-    m_dayLabel = namedLabel(u"lbl_Day"_s);
-    m_time = new ClickedLabel([this] { lookForAlerts(); });
-    m_time->setObjectName(u"txt_Time"_s);
-    m_time->setTextFormat(Qt::PlainText);
-    m_time->setToolTip(u"Click to look for changes of players at the coming hour"_s);
-    makeLarge(m_time);
-    auto *heading = new QWidget;
-    auto *layout = new QHBoxLayout(heading);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2 * space);
-    layout->addWidget(m_fieldName);
-    layout->addWidget(m_fieldInfo);
-    layout->addWidget(m_dayLabel, 1);
-    layout->addWidget(m_time);
-    return heading;
-}
-
-QWidget *page_Booking::makeButtons()
-{
-    auto *bar = new QWidget;
-    auto *layout = new QHBoxLayout(bar);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(space);
-    const auto add = [&](const QString &name, const QString &text, const QString &icon, auto &&handler) {
-        auto *button = new QPushButton(Look::icon(icon), text);
-        button->setObjectName(name);
-        connect(button, &QPushButton::clicked, m_actions, std::forward<decltype(handler)>(handler));
-        layout->addWidget(button);
-    };
-    add(u"btn_Book"_s, u"&Book"_s, u"book"_s, &SlotActions::book);
-    add(u"btn_Clear"_s, u"C&lear"_s, u"clear"_s, &SlotActions::clear);
-    add(u"btn_AddEntry"_s, u"&Waiting list"_s, u"add-entry"_s, &SlotActions::addWaitingEntry);
-    layout->addStretch(1);
-    auto *several = new QToolButton;
-    several->setObjectName(u"btn_SelectSeveral"_s);
-    several->setText(u"Select se&veral"_s);
-    several->setCheckable(true);
-    several->setToolTip(u"Every tap on a row selects or deselects it"_s);
-    connect(several, &QToolButton::toggled, m_grid, &DayView::setTapSelects);
-    layout->addWidget(several);
-    auto *refresh = new QToolButton;
-    refresh->setObjectName(u"btn_Refresh"_s);
-    refresh->setIcon(Look::icon(u"refresh"_s));
-    refresh->setToolTip(u"Read the day again"_s);
-    refresh->setAccessibleName(refresh->toolTip());
-    connect(refresh, &QToolButton::clicked, this, &page_Booking::RefreshView);
-    layout->addWidget(refresh);
-    return bar;
 }
 
 void page_Booking::connectActions()
@@ -204,6 +108,8 @@ void page_Booking::connectActions()
         showHeading();
         RefreshView();
     });
+    connect(m_chooser, &DayChooser::alertsRaised, this, &page_Booking::follow);
+    connect(m_heading, &DayHeading::clockClicked, m_chooser, &DayChooser::lookForAlerts);
     connect(m_grid, &DayView::bookingWanted, m_actions, &SlotActions::book);
     connect(m_grid, &DayView::menuWanted, this, [this](QPoint position) { m_actions->menu()->popup(position); });
     connect(m_actions, &SlotActions::dayTouched, this, &page_Booking::afterOperation);
@@ -288,8 +194,7 @@ bool page_Booking::read(Reading reading)
         return false;
     m_shown = wanted;
     m_unread->setVisible(!ok);
-    m_histories.clear();
-    m_historyReadable = ok;
+    m_histories.forget(ok);
     m_playLists->showDay(schedule);
     if (hourRow >= 0)
         m_playLists->showHour(schedule.rows.at(std::size_t(hourRow)).hourText(), hourPlayers);
@@ -324,12 +229,11 @@ void page_Booking::showRows(std::vector<DayRow> rows)
 
 void page_Booking::showHeading()
 {
-    const bool isField = field() <= m_station.settings.MaxFieldIndex;
-    m_fieldName->showText(isField ? m_station.settings.fieldName(field()) : u"No field is set up"_s);
-    m_fieldInfo->setText(isField ? u"Field Number "_s + QString::number(field() + 1)
-                                 : QString()); // people count from 1
-    const QDate day = QDate::fromString(m_chooser->day(), Qt::ISODate);
-    m_dayLabel->setText(QLocale::c().toString(day, u"ddd d MMMM yyyy"_s));
+    if (field() <= m_station.settings.MaxFieldIndex)
+        m_heading->showField(m_station.settings.fieldName(field()), field());
+    else
+        m_heading->showNoField();
+    m_heading->showDay(m_chooser->day());
 }
 
 void page_Booking::showSelectedHour()
@@ -344,22 +248,6 @@ void page_Booking::showSelectedHour()
     m_playLists->showHour(row.hourText(), players);
 }
 
-QString page_Booking::historyOf(int row)
-{
-    const auto known = m_histories.find(row);
-    if (known != m_histories.cend())
-        return known->second;
-    if (!m_historyReadable || m_station.database.isWaiting())
-        return {};
-    QString history;
-    m_historyReadable = quietly(m_station.database, [&] {
-        const DayRow &shown = m_model.rows().at(std::size_t(row));
-        history = slotHistory(m_station.database, {m_shown.day, shown.hourText(), m_shown.field});
-        m_histories.emplace(row, history);
-    });
-    return history;
-}
-
 void page_Booking::refreshPlan()
 {
     m_chooser->refreshPlan();
@@ -367,28 +255,14 @@ void page_Booking::refreshPlan()
 
 void page_Booking::showTime(const QString &timeText)
 {
-    m_time->setText(timeText);
+    m_heading->showTime(timeText);
     const QTime now = m_station.now().time();
     // At a full hour play lists and marks move; without the database the marks at least, and the rest when it is back.
     const bool mayRead = m_station.database.isReachable() || now.hour() != m_hourShown;
     if (m_unread->isHidden() && m_hourShown >= 0 && now.hour() != m_hourRead && mayRead && !follow() &&
         now.hour() != m_hourShown)
         showRows(m_model.rows());
-    const AlertClock::Tick due = m_alertClock.tick(now);
-    if (due.refresh && !refreshAlerts())
-        m_alertClock.failed();
-    if (due.clear)
-        m_chooser->clearAlerts();
-    m_chooser->showAlerts(due.lit);
     m_chooser->goOnTo(now);
-}
-
-bool page_Booking::refreshAlerts()
-{
-    if (!quietly(m_station.database, [this] { m_chooser->refreshAlerts(); }))
-        return false;
-    follow();
-    return true;
 }
 
 bool page_Booking::takeKey(const QKeyEvent &event)
@@ -407,12 +281,6 @@ bool page_Booking::takeKey(const QKeyEvent &event)
         return false;
     m_chooser->pressField(int(found - fieldKeys.cbegin()));
     return true;
-}
-
-void page_Booking::lookForAlerts()
-{
-    guarded(m_station.prompts, ErrorCode::Database, [this] { m_chooser->refreshAlerts(); });
-    m_chooser->showAlerts(m_station.now().time().second() % 2 == 0);
 }
 
 void page_Booking::takeWaitingEntry(const QString &id)

@@ -2,18 +2,16 @@
 
 #include "booking/BookingClipboard.h"
 #include "look/Page.h"
-#include "plan/Alerts.h"
 #include "plan/PlanStatus.h"
+#include "schedule/DayHistories.h"
 #include "schedule/DayModel.h"
 
 #include <QTimer>
 
-#include <map>
-
 class ClipboardLine;
 class DayChooser;
+class DayHeading;
 class DayView;
-class ElidedLabel;
 class FreeHourNotice;
 class PlayLists;
 class QLabel;
@@ -64,8 +62,6 @@ Q_SIGNALS:
 
 private:
     QWidget *makeGrid();
-    QWidget *makeHeading();
-    QWidget *makeButtons();
     void connectActions();
     [[nodiscard]] int field() const;
     void takeWaitingEntry(const QString &id);
@@ -84,30 +80,21 @@ private:
         ByItself ///< nobody
     };
     bool read(Reading reading);
-    /// False when the alerts could not be raised.
-    bool refreshAlerts();
-    void lookForAlerts();
     void showRows(std::vector<DayRow> rows);
     void showHeading();
     void showSelectedHour();
-    QString historyOf(int row);
 
     Station &m_station;
     BookingClipboard &m_clipboard;
     DayModel m_model;
-    AlertClock m_alertClock;
-    int m_hourShown = -1;               ///< by the marks of the rows
-    int m_hourRead = -1;                ///< when rows and play lists were read
-    QTimer m_again;                     ///< a reading that is still wanted
-    ShownDay m_shown;                   ///< what the rows are of
-    std::map<int, QString> m_histories; ///< by row, read since the last refresh
-    bool m_historyReadable = false;     ///< no more after an error, so that the moving pointer does not repeat it
+    int m_hourShown = -1; ///< by the marks of the rows
+    int m_hourRead = -1;  ///< when rows and play lists were read
+    QTimer m_again;       ///< a reading that is still wanted
+    ShownDay m_shown;     ///< what the rows are of
+    DayHistories m_histories;
 
-    DayChooser *m_chooser = nullptr;
-    ElidedLabel *m_fieldName = nullptr;
-    QLabel *m_fieldInfo = nullptr;
-    QLabel *m_time = nullptr;
-    QLabel *m_dayLabel = nullptr;
+    DayChooser *m_chooser;
+    DayHeading *m_heading;
     QLabel *m_unread = nullptr;
     ClipboardLine *m_clipboardLine = nullptr;
     FreeHourNotice *m_notice = nullptr;
