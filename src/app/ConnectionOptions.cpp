@@ -1,6 +1,6 @@
 #include "app/ConnectionOptions.h"
 
-#include <QHostAddress>
+#include "app/HostAddresses.h"
 
 ConnectionOptions ConnectionOptions::parse(const QString &connectionString)
 {
@@ -25,5 +25,5 @@ ConnectionOptions ConnectionOptions::parse(const QString &connectionString)
 
 bool ConnectionOptions::needsLookUp() const
 {
-    return !server.startsWith(u'/') && server != u"localhost" && QHostAddress(server).isNull();
+    return !server.startsWith(u'/') && server != u"localhost" && !HostAddresses::isAddress(server);
 }

@@ -7,12 +7,10 @@
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
-#include <QList>
-#include <QString>
+#include <QStringList>
 
 #include <memory>
 
-class QHostAddress;
 struct st_mysql;
 
 /// A station's one physical connection. It is opened by the first operation and kept.
@@ -36,7 +34,7 @@ private:
     void begin(const QString &what);
     void open();
     void connectTo(const QString &host, const QDeadlineTimer &end);
-    [[nodiscard]] QList<QHostAddress> addressesOf(const QString &server, const QDeadlineTimer &end);
+    [[nodiscard]] QStringList addressesOf(const QString &server, const QDeadlineTimer &end);
     void drop();
     bool isAlive();
     void send(const QString &sql);

@@ -6,9 +6,9 @@
 #include "app/Staff.h"
 #include "look/Look.h"
 #include "look/NoBackslash.h"
+#include "look/PictureReader.h"
 #include "ui_frm_Login.h"
 
-#include <QImageReader>
 #include <QPainter>
 
 using namespace Qt::StringLiterals;
@@ -18,9 +18,7 @@ namespace {
 // The picture, as large as fills the window; none when it cannot be read.
 QImage readPicture(const QString &file, QSize window, qreal scale)
 {
-    QImageReader reader(file);
-    reader.setDecideFormatFromContent(true);
-    QImage picture = reader.read();
+    QImage picture = PictureReader(file).read();
     if (!picture.isNull()) {
         picture = picture.scaled(window * scale, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
         picture.setDevicePixelRatio(scale);

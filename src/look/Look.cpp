@@ -1,5 +1,7 @@
 #include "look/Look.h"
 
+#include "look/PictureReader.h"
+
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QCalendarWidget>
@@ -184,7 +186,7 @@ static void registerDrawings()
 void Look::apply(QApplication &application)
 {
     registerDrawings();
-    QApplication::setWindowIcon(QIcon(u":/tamsora.png"_s));
+    QApplication::setWindowIcon(QPixmap::fromImage(PictureReader(u":/tamsora.png"_s).read()));
     auto *style = new Style;
     style->setParent(&application);
     QApplication::setStyle(style);

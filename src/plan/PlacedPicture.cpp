@@ -2,8 +2,8 @@
 
 #include "app/PictureFile.h"
 #include "app/Settings.h"
+#include "look/PictureReader.h"
 
-#include <QImageReader>
 #include <QPainter>
 #include <QStyle>
 
@@ -21,8 +21,7 @@ constexpr QSizeF least{160, 160};
 
 QImage readPicture(const QString &file, QSize size)
 {
-    QImageReader reader(file);
-    reader.setDecideFormatFromContent(true);
+    PictureReader reader(file);
     if (!size.isEmpty())
         reader.setScaledSize(size);
     return reader.read();
@@ -46,8 +45,7 @@ void PlacedPicture::loadPicture(const QString &section)
     const auto sane = [](double value) { return std::clamp(value, 0.0, farthest); };
     m_place = QRectF(sane(placement.left), sane(placement.top), sane(placement.width), sane(placement.height));
     m_image = placement.image;
-    QImageReader reader(pictureFile(m_image, 1));
-    reader.setDecideFormatFromContent(true);
+    const PictureReader reader(pictureFile(m_image, 1));
     m_pictureSize = reader.canRead() ? QSizeF(reader.size()) : QSizeF();
     if (m_pictureSize.isEmpty())
         m_image.clear();

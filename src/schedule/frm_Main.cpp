@@ -143,6 +143,8 @@ void frm_Main::load()
     m_booking->focusGrid();
     tick();
     m_clock.start();
+    // What was read finds its room before the first picture, or the window would be painted twice.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
 bool frm_Main::attempt(std::function<void()> step, bool tell)
