@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -16,10 +17,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patienceWithPrinter = 15'000; // milliseconds, all of them
+constexpr int patienceWithPrinter = 30'000; // milliseconds, all of them
 constexpr int patienceWithSystem = 5000;
 constexpr int patienceAtEnd = 3000;
-constexpr int timeToPrint = 5000;
+constexpr int timeToPrint = 20'000;
+constexpr int timeOfTrouble = 8000; // a printer that wakes up may say that it is not connected
 constexpr int betweenLooks = 500;
 
 QString named(const QString &printer)
@@ -27,20 +29,24 @@ QString named(const QString &printer)
     return u"The printer \""_s + printer + u"\" "_s;
 }
 
-// What the printer says a moment after it was given the receipt.
-QString troubleSoonAfter(const QString &name)
+// What keeps the printer from printing what it was given.
+QString troubleAfter(const QString &name)
 {
     PrinterState state;
-    for (const QDeadlineTimer end(timeToPrint); !end.hasExpired();) {
+    QElapsedTimer time;
+    time.start();
+    do {
         QThread::msleep(betweenLooks);
         state = PrinterState::of(name);
-        if (!state.isThere || !state.takesJobs || (state.isIdle && state.trouble.isEmpty()))
-            break;
-    }
-    const QString later = u" The receipt waits for it and is printed when it is ready again."_s;
+    } while (state.isThere && state.takesJobs && (!state.isIdle || !state.trouble.isEmpty()) &&
+             time.elapsed() < (state.trouble.isEmpty() ? timeToPrint : timeOfTrouble) &&
+             !QThread::currentThread()->isInterruptionRequested());
+    const QString later = u" The receipt waits for it and is printed when it is ready."_s;
     if (!state.isThere || !state.takesJobs)
         return named(name) + u"has stopped."_s + later;
-    return state.trouble.isEmpty() ? QString() : named(name) + state.trouble + u'.' + later;
+    if (!state.trouble.isEmpty())
+        return named(name) + state.trouble + u'.' + later;
+    return state.isIdle ? QString() : named(name) + u"has not printed yet. Is it switched on and connected?"_s + later;
 }
 
 QString printOn(const Receipt &receipt, const PrinterChoice &choice)
@@ -60,7 +66,7 @@ QString printOn(const Receipt &receipt, const PrinterChoice &choice)
     if (!printer->isValid() || !paintReceipt(receipt, paper, *printer))
         return choice.name.isEmpty() ? u"The file could not be written."_s
                                      : named(choice.name) + u"did not take the receipt."_s;
-    return choice.name.isEmpty() ? QString() : troubleSoonAfter(choice.name);
+    return choice.name.isEmpty() ? QString() : troubleAfter(choice.name);
 }
 
 } // namespace
@@ -68,6 +74,9 @@ QString printOn(const Receipt &receipt, const PrinterChoice &choice)
 SystemPrinters::~SystemPrinters()
 {
     const QDeadlineTimer end(patienceAtEnd);
+    for (const QPointer<QThread> &thread : m_threads)
+        if (thread)
+            thread->requestInterruption();
     for (const QPointer<QThread> &thread : m_threads)
         if (thread && thread->wait(end))
             delete thread.data();

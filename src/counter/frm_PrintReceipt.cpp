@@ -19,7 +19,8 @@ namespace {
 constexpr int fewestRows = 11;
 constexpr int logoHeight = 72;
 constexpr int widthOfDescription = 280;
-constexpr Qt::Alignment toRight = Qt::AlignRight | Qt::AlignTop;
+constexpr Qt::Alignment toLeft = Qt::AlignLeft | Qt::AlignTop | Qt::AlignAbsolute;
+constexpr Qt::Alignment toRight = Qt::AlignRight | Qt::AlignTop | Qt::AlignAbsolute;
 
 void enlarge(QLabel &label, qreal scale)
 {
@@ -34,6 +35,7 @@ void enlarge(QLabel &label, qreal scale)
 frm_PrintReceipt::frm_PrintReceipt(const Receipt &receipt, ReceiptPrinting &printing, QWidget *parent) : QDialog(parent)
 {
     setObjectName(u"frm_PrintReceipt"_s);
+    setProperty("touch", true);
     setWindowTitle(receipt.title == u"INVOICE" ? u"Invoice"_s : u"Receipt"_s);
     auto *scroll = new QScrollArea;
     scroll->setObjectName(u"area_Lines"_s);
@@ -114,8 +116,8 @@ QWidget *frm_PrintReceipt::lines(const Receipt &receipt)
             grid->addWidget(made, row, column);
             return made;
         };
-        add(0, u"lbl_Item"_s, line.item, Qt::AlignLeft | Qt::AlignTop);
-        add(1, u"lbl_Description"_s, line.description, Qt::AlignLeft | Qt::AlignTop)->setWordWrap(row > 0);
+        add(0, u"lbl_Item"_s, line.item, toLeft);
+        add(1, u"lbl_Description"_s, line.description, toLeft)->setWordWrap(row > 0);
         add(2, u"lbl_UnitPrice"_s, line.unitPrice, toRight);
         add(3, u"lbl_Quantity"_s, line.quantity, toRight);
         add(4, u"lbl_Price"_s, line.price, toRight);

@@ -185,24 +185,17 @@ private Q_SLOTS:
         }
     }
 
-    void paperOfPrinters_data()
-    {
-        drawnRows(uR"(
-            A4      |  210 | A4
-            Letter  |  216 | A4
-            A5      |  148 | A5
-            roll    |   80 | 80mm
-            72 mm   |   72 | 80mm
-            58 mm   |   58 | 58mm
-            48 mm   |   48 | 58mm
-            unknown |    0 | 80mm
-        )"_s);
-    }
-
     void paperOfPrinters()
     {
-        const auto [width, paper] = cells<2>();
-        QCOMPARE(paperName(paperFor(QPageSize(QSizeF(width.toDouble(), 297), QPageSize::Millimeter))), paper);
+        for (const auto &[width, paper] : {std::pair{210, u"A4"},
+                                           {216, u"A4"},
+                                           {148, u"A5"},
+                                           {72, u"80mm"},
+                                           {58, u"58mm"},
+                                           {48, u"58mm"},
+                                           {0, u"80mm"}})
+            QCOMPARE(paperName(paperFor(QPageSize(QSizeF(width, 297), QPageSize::Millimeter))),
+                     QString::fromUtf16(paper));
     }
 
     void printing_data()
