@@ -1,14 +1,17 @@
 #include "app/Database.h"
 
-#include <QHostAddress>
-#include <QHostInfo>
+#include "app/HostAddresses.h"
 
 #include <errmsg.h>
 #include <mysql.h>
 
 #include <array>
+#include <chrono>
+#include <future>
+#include <thread>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -44,7 +47,7 @@ int reached(SocketPoll::Ready ready)
 
 bool needsLookUp(const QString &server)
 {
-    return server != u"localhost" && QHostAddress(server).isNull();
+    return server != u"localhost" && !HostAddresses::isAddress(server);
 }
 
 } // namespace
@@ -122,15 +125,16 @@ void Database::begin(const QString &what)
 void Database::open()
 {
     const QDeadlineTimer end = deadline(connectMilliseconds);
+    mysql_library_init(0, nullptr, nullptr); // before any address: it readies the system's sockets
     const QString &server = m_options.server;
     if (server.startsWith(u'/') || !needsLookUp(server)) {
         connectTo(server, end);
         return;
     }
-    const QList<QHostAddress> addresses = addressesOf(server, end);
+    const QStringList addresses = addressesOf(server, end);
     for (qsizetype i = 0; i < addresses.size(); ++i) {
         try {
-            connectTo(addresses[i].toString(), end);
+            connectTo(addresses[i], end);
             return;
         } catch (const GivenUp &) {
             throw;
@@ -142,23 +146,20 @@ void Database::open()
 }
 
 // The library would stand still while it looks the name up.
-QList<QHostAddress> Database::addressesOf(const QString &server, const QDeadlineTimer &end)
+QStringList Database::addressesOf(const QString &server, const QDeadlineTimer &end)
 {
-    QHostInfo found;
-    bool ready = false;
-    QObject receiver;
-    QHostInfo::lookupHost(server, &receiver, [&](const QHostInfo &info) {
-        found = info;
-        ready = true;
-    });
-    const bool givenUp = m_wait.waitUntil([&] { return ready; }, end) == AnswerWait::End::GivenUp;
-    if (found.addresses().isEmpty()) {
+    std::packaged_task<QStringList()> task([server] { return HostAddresses::lookUp(server); });
+    std::future<QStringList> found = task.get_future();
+    std::thread(std::move(task)).detach(); // nothing ends the system's look-up before its time
+    const auto ended = m_wait.waitUntil([&] { return found.wait_for(0s) == std::future_status::ready; }, end);
+    const QStringList addresses = ended == AnswerWait::End::Ready ? found.get() : QStringList();
+    if (addresses.isEmpty()) {
         m_reachable = false;
-        if (givenUp)
+        if (ended == AnswerWait::End::GivenUp)
             throw GivenUp();
         throw DbError(u"The address of the database server \"%1\" cannot be found"_s.arg(server), CR_UNKNOWN_HOST);
     }
-    return found.addresses();
+    return addresses;
 }
 
 void Database::connectTo(const QString &host, const QDeadlineTimer &end)

@@ -6,12 +6,10 @@
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
-#include <QList>
-#include <QString>
+#include <QStringList>
 
 #include <memory>
 
-class QHostAddress;
 struct st_mysql;
 
 /// What the text "DRIVER={…};SERVER=…;DATABASE=…;UID=…;PWD=…;OPTION=…" says. A server that begins with "/" is a
@@ -48,7 +46,7 @@ private:
     void begin(const QString &what);
     void open();
     void connectTo(const QString &host, const QDeadlineTimer &end);
-    [[nodiscard]] QList<QHostAddress> addressesOf(const QString &server, const QDeadlineTimer &end);
+    [[nodiscard]] QStringList addressesOf(const QString &server, const QDeadlineTimer &end);
     void drop();
     bool isAlive();
     void send(const QString &sql);
