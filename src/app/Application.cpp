@@ -4,6 +4,7 @@
 #include "look/ClosingClicks.h"
 #include "look/Look.h"
 
+#include <QFontDatabase>
 #include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
@@ -13,6 +14,8 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv)
     setApplicationName(u"Tamsora"_s);
     setApplicationVersion(QLatin1StringView(TAMSORA_VERSION));
     Look::apply(*this);
+    // The first text waits for the list of the system's fonts; the database is reached meanwhile.
+    m_fonts = std::async(std::launch::async, [family = font().family()] { (void)QFontDatabase::hasFamily(family); });
     installEventFilter(new ClosingClicks(this));
 }
 

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 
+#include <future>
+
 class Prompts;
 
 /// The program's name, version and look, and its last net: an exception that no window caught ends in the error window
@@ -22,5 +24,6 @@ private:
     void showUnknownError();
 
     Prompts *m_prompts = nullptr;
+    std::future<void> m_fonts; ///< the system's fonts are being listed
     bool m_showingError = false;
 };
