@@ -4,7 +4,7 @@
 #include "look/ClosingClicks.h"
 #include "look/Look.h"
 
-#include <QFontInfo>
+#include <QFontDatabase>
 #include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
@@ -15,7 +15,7 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv)
     setApplicationVersion(QLatin1StringView(TAMSORA_VERSION));
     Look::apply(*this);
     // The first text waits for the list of the system's fonts; the database is reached meanwhile.
-    m_fonts = std::async(std::launch::async, [font = QApplication::font()] { (void)QFontInfo(font).family(); });
+    m_fonts = std::async(std::launch::async, [family = font().family()] { (void)QFontDatabase::hasFamily(family); });
     installEventFilter(new ClosingClicks(this));
 }
 

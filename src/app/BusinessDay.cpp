@@ -81,9 +81,10 @@ qint64 hoursUntil(const QDateTime &now, const QString &dayText, const QString &h
 {
     const QDate date = ExactDate(hourText, dayText, hours);
     if (!date.isValid())
-        return hourDifference(now, QDateTime(QDate(1899, 12, 30), QTime(0, 0)));
+        return hourDifference(now, QDateTime(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC));
     const int clockHour = hourText.left(2).toInt() % midnight;
-    return hourDifference(now, QDateTime(date, QTime(clockHour, 0)));
+    // The zone plays no part; to look up the local one costs as much as all the rest.
+    return hourDifference(now, QDateTime(date, QTime(clockHour, 0), Qt::UTC));
 }
 
 QString StoredHour::dateTimeText() const

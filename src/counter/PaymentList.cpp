@@ -76,10 +76,3 @@ QString PaymentList::totalWith(double difference) const
         throw ConversionError("Overflow");
     return moneyText(sum);
 }
-
-std::optional<QString> priceOfQuantity(const QString &unitPrice, const QString &quantity)
-{
-    if (quantity.isEmpty())
-        return std::nullopt;
-    return formatNumber(toInt16(quantity) * toDouble(unitPrice), u"##,##0.00"_s);
-}

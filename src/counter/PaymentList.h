@@ -61,6 +61,3 @@ private:
     std::vector<PaymentLine> m_lines;
     QString m_total;
 };
-
-/// The price of a quantity as it is typed, "##,##0.00"; nothing for an empty quantity. Throws ConversionError.
-std::optional<QString> priceOfQuantity(const QString &unitPrice, const QString &quantity);

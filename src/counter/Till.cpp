@@ -105,6 +105,14 @@ void Till::change(const std::function<void(PaymentList &)> &step)
 void Till::clear()
 {
     m_list = {};
+    m_isSold = false;
+    touch();
+}
+
+void Till::setSold(int transaction)
+{
+    m_lastSale = transaction;
+    m_isSold = true;
     touch();
 }
 
@@ -134,7 +142,8 @@ void Till::save()
 {
     if (m_fileName.isEmpty())
         return;
-    if (m_list.isEmpty() && m_held.empty()) {
+    const PaymentList open = m_isSold ? PaymentList() : m_list;
+    if (open.isEmpty() && m_held.empty()) {
         m_kept = !QFile::exists(m_fileName) || QFile::remove(m_fileName);
         return;
     }
@@ -142,7 +151,7 @@ void Till::save()
     for (const Held &list : m_held)
         held << QJsonObject{
             {u"name"_s, list.name}, {u"since"_s, momentText(list.since)}, {u"list"_s, toJson(list.list)}};
-    const QJsonObject kept{{u"list"_s, toJson(m_list)},
+    const QJsonObject kept{{u"list"_s, toJson(open)},
                            {u"begun"_s, momentText(m_begun)},
                            {u"changed"_s, momentText(m_changed)},
                            {u"saleBefore"_s, m_saleBefore},

@@ -48,6 +48,8 @@ public:
     /// The last sale of this copy, 0 before the first.
     [[nodiscard]] int lastSale() const { return m_lastSale; }
     void setLastSale(int transaction) { m_lastSale = transaction; }
+    /// The list stands as this sale: the file forgets it at once, the list when it is cleared.
+    void setSold(int transaction);
 
     /// The list's settlement ended without anybody knowing whether it stands.
     [[nodiscard]] bool isInDoubt() const { return m_inDoubt; }
@@ -67,6 +69,7 @@ private:
     int m_saleBefore = 0;
     int m_lastSale = 0;
     bool m_inDoubt = false;
+    bool m_isSold = false;
     bool m_kept = true;
 };
 

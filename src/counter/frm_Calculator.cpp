@@ -25,9 +25,9 @@ frm_Calculator::frm_Calculator(Prompts &prompts, const QString &itemName, const 
 
     auto *keys = new DigitKeys(u"lbl_Key_"_s, {}, {});
     connect(keys, &DigitKeys::keyed, this,
-            [this](const QString &digit) { showNumber(numberAfterPad(m_number->text(), digit.front())); });
+            [this](const QString &digit) { showNumber(numberAfterPad(number(), digit.front())); });
     connect(keys, &DigitKeys::takenBack, this,
-            [this] { showNumber(m_number->text().chopped(!m_number->text().isEmpty())); });
+            [this] { showNumber(number().chopped(!number().isEmpty())); });
     auto *layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     layout->setContentsMargins(24, 16, 24, 16);
@@ -35,9 +35,6 @@ frm_Calculator::frm_Calculator(Prompts &prompts, const QString &itemName, const 
     layout->addWidget(head(itemName));
     layout->addWidget(keys);
     layout->addWidget(buttons());
-    auto *ok = findChild<QPushButton *>(u"lbl_OK"_s);
-    setTabOrder(ok, findChild<QPushButton *>(u"btn_Cancel"_s));
-    ok->setFocus();
     watchKeys();
     showNumber({});
 }
@@ -93,6 +90,8 @@ QWidget *frm_Calculator::buttons()
     layout->setSpacing(8);
     layout->addWidget(cancel);
     layout->addWidget(ok);
+    setTabOrder(ok, cancel);
+    ok->setFocus();
     return row;
 }
 
@@ -101,8 +100,20 @@ QString frm_Calculator::quantity() const
     return m_number->text();
 }
 
+void frm_Calculator::preset(const QString &number)
+{
+    showNumber(number);
+    m_isPreset = !number.isEmpty();
+}
+
+QString frm_Calculator::number() const
+{
+    return m_isPreset ? QString() : m_number->text();
+}
+
 void frm_Calculator::showNumber(const QString &number)
 {
+    m_isPreset = false;
     m_number->setText(number);
     try {
         m_price->setText(number.isEmpty() ? QString() : priceOfQuantity(number, m_unitPrice, u"##,##0.00"_s));
@@ -118,9 +129,9 @@ void frm_Calculator::takeOver()
 
 bool frm_Calculator::takeKey(const QKeyEvent &event)
 {
-    const QString number = digitsAfterKey(m_number->text(), codeOf(event));
-    if (number == m_number->text())
+    const QString changed = digitsAfterKey(number(), codeOf(event));
+    if (changed == m_number->text())
         return false;
-    showNumber(number);
+    showNumber(changed);
     return true;
 }

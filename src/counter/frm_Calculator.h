@@ -14,6 +14,8 @@ class frm_Calculator : public KeyedDialog
 public:
     frm_Calculator(Prompts &prompts, const QString &itemName, const QString &unitPrice, QWidget *parent = nullptr);
 
+    /// Begins with this number, which the first digit replaces.
+    void preset(const QString &number);
     /// As it was keyed.
     [[nodiscard]] QString quantity() const;
 
@@ -23,6 +25,8 @@ protected:
 private:
     QWidget *head(const QString &itemName);
     QWidget *buttons();
+    /// What the next digit is put behind.
+    [[nodiscard]] QString number() const;
     void showNumber(const QString &number);
     void takeOver();
 
@@ -30,4 +34,5 @@ private:
     QString m_unitPrice;
     QLabel *m_number; ///< its text is what was keyed
     QLabel *m_price;
+    bool m_isPreset = false; ///< the number was not keyed
 };

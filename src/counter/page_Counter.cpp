@@ -1,20 +1,232 @@
 #include "counter/page_Counter.h"
 
-#include "counter/LaterNote.h"
+#include "app/Errors.h"
+#include "app/Station.h"
+#include "counter/ItemQuantity.h"
+#include "counter/PaymentList.h"
+#include "counter/StoreView.h"
+#include "counter/TillActions.h"
+#include "look/Look.h"
+#include "look/RowsTable.h"
 
+#include <QBoxLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QLabel>
-#include <QVBoxLayout>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QStandardItem>
 
 using namespace Qt::StringLiterals;
 
-page_Counter::page_Counter(QWidget *parent) : Page(parent), m_time(new QLabel)
+namespace {
+
+constexpr int space = 8;
+constexpr int touchHeight = 44;
+constexpr int noteColumn = 4;
+
+QLabel *namedLabel(const QString &name, double size = 1, bool bold = false)
+{
+    auto *label = new QLabel;
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    QFont font = label->font();
+    font.setPointSizeF(font.pointSizeF() * size);
+    font.setBold(bold);
+    label->setFont(font);
+    return label;
+}
+
+/// What stands beside a line: for whom the hour is, or why it cannot be paid.
+QString noteOf(const PaymentLine &line, std::size_t index, const std::vector<RefusedLine> &refused)
+{
+    for (const RefusedLine &trouble : refused)
+        if (trouble.line == index)
+            return u"⚠ "_s + trouble.why;
+    return line.hour ? line.hour->booker : QString();
+}
+
+} // namespace
+
+page_Counter::page_Counter(Station &station, QWidget *parent)
+    : Page(parent), m_station(station), m_actions(new TillActions(station, this))
 {
     setObjectName(u"page_Counter"_s);
-    m_time->setObjectName(u"txt_Time2"_s);
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(m_time, 0, Qt::AlignRight);
-    addLaterNote(*layout, u"Counter"_s, u"Hours and goods will be paid here in a later version."_s);
+    setProperty("touch", true);
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(space, space, space, space);
+    layout->setSpacing(2 * space);
+    layout->addWidget(makeStore(), 5);
+    layout->addWidget(makeList(), 6);
+    connect(m_actions, &TillActions::listChanged, this, &page_Counter::showList);
+    connect(m_actions, &TillActions::stockTouched, this, &page_Counter::RefreshStore);
+    connect(m_actions, &TillActions::changeGiven, m_change,
+            [this](const QString &change) { m_change->setText(u"Last change "_s + change); });
+    showList();
+}
+
+QWidget *page_Counter::makeStore()
+{
+    m_find = new QLineEdit;
+    m_find->setObjectName(u"txt_Find"_s);
+    m_find->setPlaceholderText(u"Find an item by name or type  ( / )"_s);
+    m_find->setAccessibleName(u"Find an item"_s);
+    m_find->setClearButtonEnabled(true);
+    m_find->setMinimumHeight(touchHeight);
+    m_store = new StoreView(m_items);
+    m_note = namedLabel(u"lbl_TillNote"_s);
+    m_note->setWordWrap(true);
+    m_note->hide();
+    connect(m_find, &QLineEdit::textChanged, &m_items, &StoreModel::setFilter);
+    connect(m_find, &QLineEdit::textChanged, m_note, &QWidget::hide);
+    connect(m_store, &StoreView::chosen, this, [this](int row) { choose(m_items.item(row)); });
+
+    auto *side = new QWidget;
+    auto *layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(space);
+    layout->addWidget(m_find);
+    layout->addWidget(m_note);
+    layout->addWidget(m_store, 1);
+    return side;
+}
+
+QWidget *page_Counter::makeList()
+{
+    m_time = namedLabel(u"txt_Time2"_s, 1.25, true);
+    m_held = new QPushButton;
+    m_held->setObjectName(u"btn_Held"_s);
+    m_heldMenu = new QMenu(m_held);
+    m_heldMenu->setObjectName(u"mnu_Held"_s);
+    m_held->setMenu(m_heldMenu);
+    m_bringBack = new QPushButton(u"Bring the list back"_s);
+    m_bringBack->setObjectName(u"btn_BringBack"_s);
+    connect(m_bringBack, &QPushButton::clicked, m_actions, &TillActions::bringBack);
+    m_cart = new RowsTable(u"ListView_Cart"_s, u"Payment list"_s,
+                           {u"Payment list"_s, u"Price"_s, u"Quantity"_s, u"Total"_s, QString()});
+    m_cart->fitColumns(
+        {u"Field Number 16 00/00/0000 00:00"_s, u"00000.00"_s, u"Quantity"_s, u"00000.00"_s, QString()});
+    m_cart->verticalHeader()->setDefaultSectionSize(touchHeight - space);
+
+    auto *side = new QWidget;
+    auto *layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(space);
+    auto *head = new QHBoxLayout;
+    head->addWidget(m_held);
+    head->addWidget(m_bringBack);
+    head->addStretch(1);
+    head->addWidget(m_time);
+    layout->addLayout(head);
+    layout->addWidget(m_cart, 1);
+    layout->addLayout(makeEntry());
+    layout->addLayout(makeTotal());
+    layout->addLayout(makeButtons());
+    return side;
+}
+
+QLayout *page_Counter::makeEntry()
+{
+    m_itemInfo = new QLineEdit;
+    m_itemInfo->setObjectName(u"txt_ItemInfo"_s);
+    m_itemInfo->setAccessibleName(u"Chosen item"_s);
+    m_itemInfo->setPlaceholderText(u"Chosen item"_s);
+    m_itemInfo->setReadOnly(true);
+    m_itemInfo->setFocusPolicy(Qt::NoFocus);
+    m_quantity = new QLineEdit;
+    m_quantity->setObjectName(u"txt_ItemQuantity"_s);
+    m_quantity->setAccessibleName(u"Quantity"_s);
+    m_quantity->setPlaceholderText(u"Quantity"_s);
+    m_quantity->setAlignment(Qt::AlignRight);
+    m_quantity->setFixedWidth(fontMetrics().horizontalAdvance(u"Quantity 0000"_s));
+    m_quantity->installEventFilter(this);
+    m_itemPrice = namedLabel(u"lbl_ItemPrice"_s, 1.1, true);
+    m_itemPrice->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_itemPrice->setMinimumWidth(fontMetrics().horizontalAdvance(u"00,000.00 00"_s));
+    for (QLineEdit *box : {m_itemInfo, m_quantity})
+        box->setMinimumHeight(touchHeight);
+    connect(m_quantity, &QLineEdit::textChanged, this, &page_Counter::showPriceOfQuantity);
+    connect(m_quantity, &QLineEdit::returnPressed, this, &page_Counter::addTyped);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(space);
+    row->addWidget(m_itemInfo, 1);
+    row->addWidget(m_quantity);
+    row->addWidget(m_itemPrice);
+    return row;
+}
+
+QLayout *page_Counter::makeTotal()
+{
+    m_change = namedLabel(u"lbl_LastChange"_s, 1.1);
+    auto *caption = namedLabel(u"lbl_TotalCaption"_s, 1.4);
+    caption->setText(u"Total"_s);
+    m_total = namedLabel(u"lbl_TotalPrice"_s, 3, true);
+    m_total->setAccessibleName(u"Total"_s);
+    m_total->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_total->setMinimumHeight(m_total->fontMetrics().height());
+    auto *row = new QHBoxLayout;
+    row->addWidget(m_change);
+    row->addStretch(1);
+    row->addWidget(caption);
+    row->addWidget(m_total);
+    return row;
+}
+
+QPushButton *page_Counter::addButton(QLayout &layout, const QString &name, const QString &text, const QString &icon,
+                                     void (TillActions::*handler)())
+{
+    auto *button = new QPushButton(Look::icon(icon), text);
+    button->setObjectName(name);
+    connect(button, &QPushButton::clicked, m_actions, handler);
+    layout.addWidget(button);
+    return button;
+}
+
+QLayout *page_Counter::makeButtons()
+{
+    auto *list = new QHBoxLayout;
+    auto *remove = new QPushButton(Look::icon(u"delete"_s), u"&Delete line"_s);
+    remove->setObjectName(u"btn_Delete"_s);
+    connect(remove, &QPushButton::clicked, this, [this] { m_actions->remove(m_cart->currentIndex().row()); });
+    list->addWidget(remove);
+    addButton(*list, u"btn_Reset"_s, u"&Reset"_s, u"reset"_s, &TillActions::reset);
+    addButton(*list, u"btn_Hold"_s, u"&Hold…"_s, u"hold"_s, &TillActions::hold);
+    auto *other = new QHBoxLayout;
+    addButton(*other, u"btn_NoSale"_s, u"&No sale"_s, u"drawer"_s, &TillActions::noSale);
+    addButton(*other, u"btn_PrintOldReceipt"_s, u"Print &old receipt…"_s, u"receipt"_s, &TillActions::printOldReceipt);
+    QPushButton *last = addButton(*other, u"btn_PrintLastReceipt"_s, u"Last receipt"_s, u"receipt"_s,
+                                  &TillActions::printLastReceipt);
+    last->setShortcut(Qt::CTRL | Qt::Key_P);
+    last->setToolTip(u"Prints the receipt of the last sale (Ctrl+P)"_s);
+    auto *left = new QVBoxLayout;
+    left->setSpacing(space);
+    for (QHBoxLayout *row : {list, other}) {
+        row->setSpacing(space);
+        left->addLayout(row);
+    }
+    auto *rows = new QHBoxLayout;
+    rows->setSpacing(space);
+    rows->addLayout(left, 1);
+    QPushButton *pay = addButton(*rows, u"btn_Pay"_s, u"Pay  ( P )"_s, u"pay"_s, &TillActions::pay);
+    QFont large = pay->font();
+    large.setPointSizeF(large.pointSizeF() * 1.4);
+    large.setBold(true);
+    pay->setFont(large);
+    pay->setMinimumHeight(2 * touchHeight + space);
+    return rows;
+}
+
+void page_Counter::load()
+{
+    RefreshStore();
+    m_actions->open();
+}
+
+void page_Counter::RefreshStore()
+{
+    quietly(m_station.database, [this] { m_items.setItems(readStore(m_station.database)); });
 }
 
 void page_Counter::showTime(const QString &timeText)
@@ -22,10 +234,181 @@ void page_Counter::showTime(const QString &timeText)
     m_time->setText(timeText);
 }
 
+void page_Counter::showList()
+{
+    const PaymentList &list = m_actions->till().list();
+    showLines();
+    m_total->setText(list.total());
+    if (list.total().isEmpty()) {
+        m_itemInfo->clear();
+        m_quantity->clear();
+        m_itemPrice->clear();
+    }
+    m_bringBack->setVisible(m_actions->canBringBack());
+    showHeld();
+    Q_EMIT listShown(list.isEmpty() ? QString() : list.total());
+}
+
+void page_Counter::showLines()
+{
+    const std::vector<PaymentLine> &lines = m_actions->till().list().lines();
+    const int current = m_cart->currentIndex().row();
+    const bool grown = int(lines.size()) > m_cart->model()->rowCount();
+    m_cart->clearRows();
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const PaymentLine &line = lines[i];
+        const QString note = noteOf(line, i, m_actions->refused());
+        const auto cells = m_cart->addRow({line.text, line.price, line.quantity, line.total, note});
+        for (int column = 1; column < noteColumn; ++column)
+            cells[column]->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        if (note.startsWith(u'⚠'))
+            for (QStandardItem *cell : cells) {
+                cell->setBackground(Look::alert.background);
+                cell->setForeground(Look::alert.text);
+            }
+    }
+    const int last = int(lines.size()) - 1;
+    if (last >= 0)
+        m_cart->selectRow(grown || current < 0 ? last : std::min(current, last));
+    m_cart->scrollTo(m_cart->currentIndex());
+}
+
+void page_Counter::showHeld()
+{
+    const auto &held = m_actions->till().held();
+    m_held->setVisible(!held.empty());
+    m_held->setText(u"On hold: "_s + QString::number(held.size()));
+    m_heldMenu->clear();
+    for (std::size_t i = 0; i < held.size(); ++i) {
+        QAction *entry = m_heldMenu->addAction(held[i].name + u"\t"_s + held[i].list.total());
+        entry->setObjectName(u"mnu_Held_"_s + QString::number(i));
+        connect(entry, &QAction::triggered, m_actions, [this, i] { m_actions->recall(i); }, Qt::QueuedConnection);
+    }
+}
+
+void page_Counter::showPriceOfQuantity()
+{
+    guarded(m_station.prompts, ErrorCode::Unknown, [this] {
+        const QString unitPrice = m_itemInfo->property("tag").toString();
+        if (!m_quantity->text().isEmpty())
+            m_itemPrice->setText(priceOfQuantity(m_quantity->text(), unitPrice, u"##,##0.00"_s));
+    });
+}
+
+void page_Counter::choose(const StoreItem &chosen, const QString &number)
+{
+    const StoreItem item = chosen; // the list may be read anew meanwhile
+    m_note->hide();
+    m_itemPrice->clear();
+    m_quantity->clear();
+    m_itemInfo->setText(item.name);
+    m_itemInfo->setProperty("tag", item.price);
+    if (!item.isMisc())
+        m_quantity->setText(u"0"_s);
+    m_actions->addItem(item, number);
+}
+
+void page_Counter::chooseKey(const QString &key)
+{
+    if (const StoreItem *item = m_items.itemOfKey(key))
+        choose(*item);
+    else
+        note(u"No item has the key "_s + key);
+}
+
+void page_Counter::note(const QString &words)
+{
+    m_note->setText(words);
+    m_note->show();
+}
+
+void page_Counter::askQuantity()
+{
+    if (const StoreItem *item = m_items.itemOfName(m_itemInfo->text()))
+        m_actions->addItem(*item);
+}
+
+void page_Counter::addTyped()
+{
+    m_actions->addQuantity(m_itemInfo->text(), m_itemInfo->property("tag").toString(), m_quantity->text());
+}
+
+bool page_Counter::eventFilter(QObject *watched, QEvent *event)
+{
+    // A click asks on the number pad; from the keyboard the quantity is typed here.
+    if (watched == m_quantity && event->type() == QEvent::MouseButtonRelease && !m_itemInfo->text().isEmpty())
+        askQuantity();
+    return Page::eventFilter(watched, event);
+}
+
 bool page_Counter::takeKey(const QKeyEvent &event)
 {
-    if (event.key() != Qt::Key_F || (event.modifiers() & ~Qt::KeypadModifier) != Qt::AltModifier)
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    if (event.key() == Qt::Key_F && modifiers == Qt::AltModifier) {
+        m_actions->tellOfHeldLists();
+        Q_EMIT logOutWanted();
+        return true;
+    }
+    if (event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F16 && modifiers != Qt::AltModifier) {
+        if (!event.isAutoRepeat())
+            chooseKey(u"F"_s + QString::number(event.key() - Qt::Key_F1 + 1));
+        return true;
+    }
+    if (takeScan(event))
+        return true;
+    const bool plus = event.key() == Qt::Key_Plus && event.modifiers() & Qt::KeypadModifier;
+    if (plus || (event.key() == Qt::Key_P && !m_find->hasFocus() && modifiers != Qt::ControlModifier)) {
+        if (!event.isAutoRepeat())
+            m_actions->pay();
+        return true;
+    }
+    return takeFindKey(event);
+}
+
+bool page_Counter::takeFindKey(const QKeyEvent &event)
+{
+    const bool finding = m_find->hasFocus();
+    if (!finding && event.text() == u"/") {
+        m_find->setFocus(Qt::ShortcutFocusReason);
+        m_find->selectAll();
+        return true;
+    }
+    if (finding && event.key() == Qt::Key_Escape) {
+        m_find->clear();
+        m_store->setFocus(Qt::OtherFocusReason);
+        return true;
+    }
+    const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (!finding || !enter)
         return false;
-    Q_EMIT logOutWanted();
+    if (m_items.rowCount() > 0 && !m_find->text().isEmpty())
+        choose(m_items.item(0));
+    else if (!m_find->text().isEmpty())
+        note(u"No item is called so."_s);
+    m_find->selectAll();
+    return true;
+}
+
+bool page_Counter::takeScan(const QKeyEvent &event)
+{
+    const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (!enter) {
+        const QString text = event.text();
+        if (text.size() != 1)
+            return false;
+        m_scan.take(text.front());
+        // Digits are searched for nowhere else, but typed where there is something to type in.
+        return text.front().isDigit() && !m_find->hasFocus() && !m_quantity->hasFocus();
+    }
+    const QString digits = m_scan.end();
+    const StoreItem *item = digits.isEmpty() ? nullptr : m_items.itemOfKey(digits);
+    if (!item) {
+        constexpr int shortestCode = 6;
+        if (digits.size() >= shortestCode)
+            note(u"No item has the key "_s + digits);
+        return digits.size() >= shortestCode;
+    }
+    m_find->clear();
+    choose(*item, u"1"_s);
     return true;
 }

@@ -59,6 +59,7 @@ void SlotActions::buildMenu()
     const EntryButton bookButton{u"btn_Book"_s, u"&Book"_s, 1};
     const EntryButton clearButton{u"btn_Clear"_s, u"C&lear"_s, 2};
     const EntryButton waitButton{u"btn_AddEntry"_s, u"&Waiting list"_s, 3};
+    const EntryButton payButton{u"btn_Paid"_s, u"&Pay"_s, 4};
     addEntries(
         {{u"mnu_Book"_s, u"&Book…"_s, u"book"_s, [this] { book(); }, bookButton},
          {u"mnu_AddEntry"_s, u"Put on the &waiting list…"_s, u"add-entry"_s, [this] { addWaitingEntry(); }, waitButton},
@@ -73,6 +74,9 @@ void SlotActions::buildMenu()
          extraTime(30),
          extraTime(45),
          {u"mnu_ClearAddition"_s, u"Remove e&xtra time"_s, {}, [this] { clearAddition(); }},
+         {},
+         {u"mnu_Pay"_s, u"Put on the pa&yment list"_s, u"pay"_s, [this] { pay(); }, payButton},
+         {u"mnu_PrintInvoice"_s, u"Print an &invoice…"_s, u"invoice"_s, [this] { printInvoice(); }},
          {}});
     m_rates = m_menu->addMenu(Look::icon(u"rate"_s), u"&Rate"_s);
     addRateEntry(u"mnu_SetNormal"_s, u"normal"_s, RateType::normal);
@@ -198,6 +202,20 @@ void SlotActions::showHistory()
                 [&] { history = slotHistory(m_station.database, slot).trimmed(); }))
         m_station.prompts.inform(taskInWords(u"History of"_s, m_station.settings, slot) + u"\n\n"_s +
                                  (history.isEmpty() ? u"Nothing was done to this hour yet."_s : history));
+}
+
+void SlotActions::pay()
+{
+    const DaySelection selection = m_selection();
+    if (hasRows(selection))
+        Q_EMIT paymentWanted(selection);
+}
+
+void SlotActions::printInvoice()
+{
+    const DaySelection selection = m_selection();
+    if (hasRows(selection))
+        Q_EMIT invoiceWanted(selection);
 }
 
 void SlotActions::addExtraTime(qint16 minutes)

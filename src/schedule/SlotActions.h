@@ -39,6 +39,9 @@ signals:
     /// An operation may have changed the day; `ok` is false when it ended in an error that staff have seen.
     void dayTouched(bool ok);
     void waitingListTouched();
+    /// The selected hours are to be put on the payment list, or on an invoice.
+    void paymentWanted(const DaySelection &selection);
+    void invoiceWanted(const DaySelection &selection);
     void clipboardChanged();
     /// These slots are free now.
     void slotsFreed(const std::vector<SlotKey> &freed);
@@ -52,6 +55,8 @@ private:
     bool run(const std::function<void(const DaySelection &)> &operation, int errorCode);
     bool hasField();
     bool hasRows(const DaySelection &selection);
+    void pay();
+    void printInvoice();
     void addExtraTime(qint16 minutes);
     void clearAddition();
     void changeRate(const QString &rateType);

@@ -5,6 +5,7 @@
 #include "app/CounterTables.h"
 #include "app/Errors.h"
 #include "booking/page_WaitingList.h"
+#include "counter/TillActions.h"
 #include "counter/page_Counter.h"
 #include "counter/page_Shifts.h"
 #include "look/Look.h"
@@ -87,7 +88,7 @@ QWidget *frm_Main::makeHeader()
 void frm_Main::addPages()
 {
     m_booking = new page_Booking(m_station, m_clipboard);
-    m_counterPage = new page_Counter;
+    m_counterPage = new page_Counter(m_station);
     m_lights = new page_Lights(m_station);
     m_waiting = new page_WaitingList(m_station, m_clipboard);
     addPage(m_booking, u"book"_s, u"Bookings"_s);
@@ -118,6 +119,14 @@ void frm_Main::connectPages()
     connect(m_waiting, &page_WaitingList::entryCut, this, [this] { m_tabs->setCurrentWidget(m_booking); });
     connect(m_lights, &page_Lights::lightsCommitted, m_booking, &page_Booking::refreshPlan);
     connect(m_counterPage, &page_Counter::logOutWanted, this, &frm_Main::logOut);
+    TillActions &till = m_counterPage->actions();
+    connect(m_booking, &page_Booking::paymentWanted, &till, &TillActions::addHours);
+    connect(m_booking, &page_Booking::invoiceWanted, &till, &TillActions::printInvoice);
+    connect(&till, &TillActions::hoursTouched, m_booking, [this] { m_booking->afterOperation(true); });
+    connect(m_counterPage, &page_Counter::listShown, this, [this](const QString &total) {
+        const QString title = total.isEmpty() ? u"Counter"_s : u"Counter  "_s + total;
+        m_tabs->setTabText(m_tabs->indexOf(m_counterPage), title);
+    });
 }
 
 void frm_Main::load()
@@ -143,6 +152,7 @@ void frm_Main::load()
     m_booking->focusGrid();
     tick();
     m_clock.start();
+    QTimer::singleShot(0, m_counterPage, &page_Counter::load); // nobody pays before the first picture
     // What was read finds its room before the first picture, or the window would be painted twice.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
@@ -250,7 +260,7 @@ bool frm_Main::handleKey(const QKeyEvent &key)
     const bool menuOfGrid = shownPage() == m_booking && key.key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier;
     if (!menuOfGrid && key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F16 && modifiers != Qt::AltModifier) {
         m_tabs->setCurrentWidget(m_counterPage);
-        return true;
+        return m_counterPage->takeKey(key);
     }
     return shownPage()->takeKey(key);
 }

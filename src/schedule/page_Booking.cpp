@@ -114,6 +114,8 @@ void page_Booking::connectActions()
     connect(m_grid, &DayView::menuWanted, this, [this](QPoint position) { m_actions->menu()->popup(position); });
     connect(m_actions, &SlotActions::dayTouched, this, &page_Booking::afterOperation);
     connect(m_actions, &SlotActions::waitingListTouched, this, &page_Booking::waitingListTouched);
+    connect(m_actions, &SlotActions::paymentWanted, this, &page_Booking::paymentWanted);
+    connect(m_actions, &SlotActions::invoiceWanted, this, &page_Booking::invoiceWanted);
     connect(m_actions, &SlotActions::clipboardChanged, this, &page_Booking::showClipboard);
     connect(m_actions, &SlotActions::slotsFreed, this, [this](const std::vector<SlotKey> &freed) {
         guarded(m_station.prompts, ErrorCode::Database, [&] { m_notice->announce(m_station, freed); });

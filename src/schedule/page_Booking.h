@@ -56,6 +56,8 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void waitingListTouched();
+    void paymentWanted(const DaySelection &selection);
+    void invoiceWanted(const DaySelection &selection);
     /// Bookings were read, here changed or at another counter.
     void dayRead();
     void planRead(const std::vector<FieldStatus> &status);

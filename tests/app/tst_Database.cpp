@@ -1,6 +1,7 @@
 #include "app/Database.h"
 
 #include "app/Errors.h"
+#include "app/HostAddresses.h"
 #include "app/SqlText.h"
 #include "support/CuttingProxy.h"
 #include "support/ScriptedPrompts.h"
@@ -157,6 +158,18 @@ private Q_SLOTS:
     }
 
     // A login or password that ends in a backslash lets the server quote the other one in its error.
+    void namesOfServers()
+    {
+        for (const QString &address : {u"127.0.0.1"_s, u"::1"_s})
+            QVERIFY(HostAddresses::isAddress(address));
+        QVERIFY(!HostAddresses::isAddress(u"localhost"_s));
+        const QStringList here = HostAddresses::lookUp(u"localhost"_s);
+        QVERIFY(here.contains(u"127.0.0.1"_s) || here.contains(u"::1"_s));
+        Database nowhere(u"SERVER=nowhere.invalid;DATABASE=posdb"_s);
+        QVERIFY_THROWS_EXCEPTION(DbError, DbConnection{nowhere});
+        QVERIFY(!nowhere.isReachable());
+    }
+
     void errorsKeepSecrets()
     {
         for (const QString &statement :

@@ -99,6 +99,7 @@ void Story::cleanup()
 {
     d.reset();
     m_program.reset();
+    QFile::remove(m_config.filePath(u"tamsora-counter1.json"_s));
     if (QTest::currentTestFailed())
         server(u"restarts"_s);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

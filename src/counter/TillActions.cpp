@@ -1,0 +1,260 @@
+#include "counter/TillActions.h"
+
+#include "app/ActivityLog.h"
+#include "app/Errors.h"
+#include "app/SqlText.h"
+#include "counter/Invoice.h"
+#include "counter/PayingHours.h"
+#include "counter/Receipts.h"
+#include "counter/frm_Calculator.h"
+#include "counter/frm_Change.h"
+#include "counter/frm_DrawerOpen.h"
+#include "counter/frm_MiscItem.h"
+#include "counter/frm_PrintReceipt.h"
+
+#include <QApplication>
+#include <QDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int longestName = 40;
+
+QString timeOf(const QDateTime &moment)
+{
+    return moment.toString(u"hh:mm"_s);
+}
+
+} // namespace
+
+TillActions::TillActions(Station &station, QWidget *window)
+    : QObject(window), m_station(station), m_window(window), m_till(station.clock), m_printing(station, m_printers)
+{
+}
+
+void TillActions::open()
+{
+    const int counter = m_station.settings.ThisCounter;
+    if (!m_till.open(tillFileName(counter)))
+        m_station.prompts.inform(sql(u"Another copy of this program serves counter %1 here and keeps its payment "
+                                     "list. The list of this copy is lost when it ends."_s,
+                                     counter));
+    bool recorded = false;
+    quietly(m_station.database, [&] { recorded = wasRecorded(); });
+    if (recorded)
+        m_till.clear();
+    else if (!m_till.list().isEmpty())
+        m_station.prompts.inform(u"The payment list of "_s + timeOf(m_till.begun()) + u" is back"_s);
+    changed();
+}
+
+bool TillActions::change(const std::function<void(PaymentList &)> &step)
+{
+    if (!isOpen() || !guarded(m_station.prompts, ErrorCode::Unknown, [&] { m_till.change(step); }))
+        return false;
+    changed();
+    return true;
+}
+
+void TillActions::changed()
+{
+    m_refused.clear();
+    if (!m_till.isKept() && !std::exchange(m_toldOfFile, true))
+        m_station.prompts.inform(u"The payment list cannot be kept in its file, so a power cut would lose it:\n"_s +
+                                 QDir::toNativeSeparators(tillFileName(m_station.settings.ThisCounter)));
+    Q_EMIT listChanged();
+}
+
+bool TillActions::isOpen()
+{
+    bool open = !m_till.isInDoubt();
+    if (!open)
+        guarded(m_station.prompts, ErrorCode::Database, [&] {
+            open = !wasRecorded();
+            if (!open)
+                closeSale();
+        });
+    return open;
+}
+
+bool TillActions::wasRecorded()
+{
+    if (!m_till.isInDoubt())
+        return false;
+    const auto number = recordedSale(m_station, m_till.list(), m_till.saleBefore(), m_till.changed());
+    m_till.setInDoubt(false);
+    if (!number)
+        return false;
+    m_till.setSold(*number);
+    m_station.prompts.inform(
+        sql(u"The payment list of %1 was recorded as transaction %2."_s, timeOf(m_till.begun()), int(*number)));
+    return true;
+}
+
+void TillActions::closeSale()
+{
+    m_till.clear();
+    changed();
+    Q_EMIT stockTouched();
+}
+
+void TillActions::addHours(const DaySelection &selection)
+{
+    if (!isOpen())
+        return;
+    guarded(m_station.prompts, ErrorCode::Database, [&] {
+        payHours(m_station, selection, m_till.list(), [this](const BookedHour &hour, const SlotPrice &price) {
+            m_till.change([&](PaymentList &list) { list.addHour(hour, price); });
+        });
+    });
+    changed();
+}
+
+void TillActions::addItem(const StoreItem &item, const QString &number)
+{
+    if (item.isMisc()) {
+        frm_MiscItem window(m_station.prompts, item.name, m_window);
+        if (window.exec() == QDialog::Accepted)
+            change([&](PaymentList &list) { list.addMisc(item.name, window.price()); });
+        return;
+    }
+    frm_Calculator window(m_station.prompts, item.name, item.price, m_window);
+    window.preset(number);
+    if (window.exec() == QDialog::Accepted)
+        addQuantity(item.name, item.price, window.quantity());
+}
+
+void TillActions::addQuantity(const QString &name, const QString &unitPrice, const QString &quantity)
+{
+    change([&](PaymentList &list) { list.addItem(name, unitPrice, quantity); });
+}
+
+void TillActions::remove(int line)
+{
+    if (line >= 0)
+        change([line](PaymentList &list) { list.remove(std::size_t(line)); });
+}
+
+void TillActions::reset()
+{
+    if (!isOpen())
+        return;
+    if (!m_till.list().isEmpty())
+        m_thrownAway = m_till.list();
+    closeSale();
+}
+
+void TillActions::bringBack()
+{
+    if (canBringBack())
+        change([this](PaymentList &list) { list = std::exchange(m_thrownAway, {}); });
+}
+
+void TillActions::hold()
+{
+    if (m_till.list().isEmpty() || !isOpen())
+        return;
+    const QString name =
+        m_station.prompts.askText(u"Under which name shall the payment list wait?"_s, longestName, u"Hold"_s).trimmed();
+    if (name.isEmpty())
+        return;
+    m_till.hold(name);
+    changed();
+}
+
+void TillActions::recall(std::size_t index)
+{
+    if (!m_till.list().isEmpty()) {
+        m_station.prompts.inform(u"Pay, hold or reset the present payment list first."_s);
+        return;
+    }
+    m_till.recall(index);
+    changed();
+}
+
+void TillActions::pay()
+{
+    if (m_till.list().total().isEmpty() || !isOpen())
+        return;
+    m_thrownAway = {};
+    frm_Change window(m_station, m_till.list().total(),
+                      {[&] { return settleList(window); }, [this] { printLastReceipt(); }}, m_window);
+    connect(&window, &frm_Change::changeGiven, this, &TillActions::changeGiven);
+    connect(&window, &frm_Change::saleClosed, this, &TillActions::closeSale);
+    window.exec();
+}
+
+bool TillActions::settleList(frm_Change &window)
+{
+    if (wasRecorded())
+        return true;
+    m_till.setInDoubt(true); // until it is known what became of it
+    Settlement settlement = settle(m_station, m_till.list());
+    m_till.setInDoubt(false);
+    if (settlement.transaction)
+        m_till.setSold(*settlement.transaction);
+    else
+        refuse(std::move(settlement.refused), window);
+    Q_EMIT hoursTouched();
+    return settlement.transaction.has_value();
+}
+
+void TillActions::refuse(std::vector<RefusedLine> refused, frm_Change &window)
+{
+    m_refused = std::move(refused);
+    QStringList reasons;
+    for (const RefusedLine &line : m_refused)
+        reasons << line.why;
+    m_station.prompts.refuse(reasons.join(u'\n') +
+                             u"\n\nNothing was recorded. Remove what has changed and pay again."_s);
+    // It closes when it does not wait for this any more.
+    QMetaObject::invokeMethod(&window, &QDialog::reject, Qt::QueuedConnection);
+    Q_EMIT listChanged();
+}
+
+void TillActions::noSale()
+{
+    WriteActivityLog(m_station, m_station.CurrentStaff, u"No Sale button pressed, drawer open"_s);
+    frm_DrawerOpen(m_station, m_window).exec();
+}
+
+void TillActions::tellOfHeldLists()
+{
+    QStringList names;
+    for (const Till::Held &held : m_till.held())
+        names << held.name + u" ("_s + timeOf(held.since) + u", "_s + held.list.total() + u')';
+    if (!names.isEmpty())
+        m_station.prompts.inform(u"Payment lists on hold: "_s + names.join(u", "_s));
+}
+
+void TillActions::print(const std::function<std::optional<Receipt>()> &describe)
+{
+    std::optional<Receipt> receipt;
+    if (!guarded(m_station.prompts, ErrorCode::Database, [&] { receipt = describe(); }) || !receipt)
+        return;
+    QWidget *over = QApplication::activeModalWidget() ? QApplication::activeModalWidget() : m_window;
+    if (ReceiptPrinting::printerWithoutAsking().isEmpty())
+        frm_PrintReceipt(*receipt, m_printing, over).exec();
+    else
+        m_printing.print(*receipt, over);
+}
+
+void TillActions::printOldReceipt()
+{
+    print([this] { return askForOldReceipt(m_station); });
+}
+
+void TillActions::printLastReceipt()
+{
+    if (m_till.lastSale() == 0)
+        m_station.prompts.inform(u"Nothing has been sold here since the program was started."_s);
+    else
+        print([this] { return receiptOfTransaction(m_station, m_till.lastSale()); });
+}
+
+void TillActions::printInvoice(const DaySelection &selection)
+{
+    print([&] { return invoiceOfSelection(m_station, selection); });
+    Q_EMIT hoursTouched();
+}
