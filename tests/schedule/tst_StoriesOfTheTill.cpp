@@ -65,11 +65,11 @@ private Q_SLOTS:
     {
         stock();
         login();
-        script(u"key F2 | see txt_ItemQuantity 0"_s); // also from another page
+        script(u"key F2 | behind txt_ItemQuantity 0"_s); // also from another page
         keys(u"1"_s);
-        script(u"enter frm_Calculator | closed frm_Calculator | key / | see txt_Find  | keys sweet | enter txt_Find"_s);
+        script(u"enter lbl_OK | closed frm_Calculator | key / | see txt_Find  | keys sweet | enter txt_Find"_s);
         keys(u"3"_s);
-        script(u"enter frm_Calculator | closed frm_Calculator"_s);
+        script(u"enter lbl_OK | closed frm_Calculator"_s);
         showsCart(u"Cola 2.50 1 2.50, Bar 1.75 3 5.25"_s);
         script(u"key / | keys p | see txt_Find p | key Esc | see txt_Find  | key P | see txt_Total 7.75"_s);
         keys(u"1000"_s);
@@ -86,12 +86,12 @@ private Q_SLOTS:
         script(u"page 1"_s);
         for (int i = 0; i < 2; ++i) {
             scan(u"4006381333931"_s);
-            script(u"see lbl_Number 1 | enter frm_Calculator | closed frm_Calculator"_s);
+            script(u"see lbl_Number 1 | enter lbl_OK | closed frm_Calculator"_s);
         }
         script(u"key /"_s);
         scan(u"4006381333931"_s);
         keys(u"4"_s);
-        script(u"see lbl_Number 4 | enter frm_Calculator | closed frm_Calculator | see txt_Find "_s);
+        script(u"see lbl_Number 4 | enter lbl_OK | closed frm_Calculator | see txt_Find "_s);
         scan(u"999999999"_s);
         script(u"see lbl_TillNote No item has the key 999999999"_s);
         showsCart(u"Ball 12.00 1 12.00, Ball 12.00 1 12.00, Ball 12.00 4 48.00"_s);
@@ -104,14 +104,14 @@ private Q_SLOTS:
         login();
         script(u"key F2"_s);
         keys(u"40000"_s);
-        script(u"enter frm_Calculator | error Unknown Error | click btn_Cancel | closed frm_Calculator | key F2"_s);
+        script(u"enter lbl_OK | error Unknown Error | click btn_Cancel | closed frm_Calculator | key F2"_s);
         keys(u"0"_s);
-        script(u"enter frm_Calculator | closed frm_Calculator | key F2"_s);
+        script(u"enter lbl_OK | closed frm_Calculator | key F2"_s);
         keys(u"2"_s);
-        script(u"enter frm_Calculator | closed frm_Calculator | see lbl_TotalPrice 5.00 | click btn_Delete | "
+        script(u"enter lbl_OK | closed frm_Calculator | see lbl_TotalPrice 5.00 | click btn_Delete | "
                "see lbl_TotalPrice 0.00 | key F2"_s);
         keys(u"2"_s);
-        script(u"enter frm_Calculator | closed frm_Calculator | click btn_Pay | type txt_e 1 | click btn_OK | "
+        script(u"enter lbl_OK | closed frm_Calculator | click btn_Pay | type txt_e 1 | click btn_OK | "
                "answer Incorrect amount given! | click btn_Cancel | closed frm_Change | see lbl_TotalPrice 5.00 | "
                "click btn_Reset | see lbl_TotalPrice  | click btn_BringBack | see lbl_TotalPrice 5.00"_s);
         showsCart(u"Cola 2.50 2 5.00"_s);
@@ -125,10 +125,10 @@ private Q_SLOTS:
         login();
         script(u"key F2"_s);
         keys(u"2"_s);
-        script(u"enter frm_Calculator | closed frm_Calculator | click btn_Hold | type txt_Answer Smith | "
+        script(u"enter lbl_OK | closed frm_Calculator | click btn_Hold | type txt_Answer Smith | "
                "click cmd_OK | see lbl_TotalPrice  | see btn_Held On hold: 1 | key F2"_s);
         keys(u"1"_s);
-        play(u"enter frm_Calculator | closed frm_Calculator | see lbl_TotalPrice 2.50"_s);
+        play(u"enter lbl_OK | closed frm_Calculator | see lbl_TotalPrice 2.50"_s);
         crash();
         login();
         script(u"answer The payment list of 14:59 is back | page 1 | see lbl_TotalPrice 2.50 | click btn_Reset | "
@@ -217,12 +217,13 @@ private:
 
     void tap(const QString &item)
     {
-        d->clickAt(store, [=](QWidget *control) {
-            auto *table = qobject_cast<QTableView *>(control);
+        d->await(store, [] { return WindowDriver::find(store); });
+        d->step(u"tap "_s + item, [=] {
+            auto *table = WindowDriver::control<QTableView>(store);
             const auto *model = table->model();
             const auto found = model->match(model->index(0, 0), Qt::DisplayRole, item, 1, Qt::MatchExactly);
             const QRect cell = table->visualRect(found.value(0));
-            return QPoint(cell.center().x(), cell.bottom() - 8);
+            QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, {cell.center().x(), cell.bottom() - 8});
         });
     }
 
