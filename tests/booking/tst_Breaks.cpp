@@ -29,7 +29,7 @@ private Q_SLOTS:
             no extra time     | book 18:00 3 Whole; extra 18:00 3 Whole | noextra 18:00 3 Whole
             rate              | book 18:00 8 Smith                    | rate 18:00 8 Smith
             plain             |                                       | book 18:00 8 Smith
-            paste             | wait; cut                             | paste 18:00 8
+            paste             | wait 18:00 7 W; cut                          | paste 18:00 8
         )"_s);
     }
 
@@ -116,13 +116,7 @@ private:
     void prepare(DeedCounter &counter, const QString &standing)
     {
         m_server.exec(u"TRUNCATE tbl_booking; TRUNCATE tbl_remark; TRUNCATE tbl_waitlist"_s);
-        for (const QString &deed : listOf(standing)) {
-            if (deed == u"wait")
-                m_server.exec(
-                    u"INSERT INTO tbl_waitlist SET w_datetime='2026-11-14 18:00:00', w_field=7, w_bookername='W'"_s);
-            else
-                QCOMPARE(counter.act(deed), u"done"_s);
-        }
+        counter.actAll(standing);
     }
 
     [[nodiscard]] QStringList tables() const
