@@ -1,6 +1,5 @@
 #include "booking/Booking.h"
 
-#include "booking/Pasting.h"
 #include "booking/RemarkLog.h"
 #include "support/DrawnRows.h"
 #include "support/TestStation.h"
@@ -13,9 +12,9 @@ namespace {
 
 const QString saturday = u"2026-11-14"_s;
 
-BookingRequest request(const QString &date, const QString &hour, int field, const QString &name = u"Team A"_s)
+BookingRequest request(const QString &date, const QString &hour, int field)
 {
-    return {{date, hour, field}, {name, u"FC"_s, u"555"_s}};
+    return {{date, hour, field}, {u"Team A"_s, u"FC"_s, u"555"_s}};
 }
 
 } // namespace

@@ -6,9 +6,7 @@
 #include "support/DrawnRows.h"
 #include "support/TestStation.h"
 
-#include <QAbstractButton>
 #include <QCalendarWidget>
-#include <QLabel>
 #include <QLayout>
 #include <QTabWidget>
 #include <QTableView>
