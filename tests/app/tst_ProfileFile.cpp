@@ -59,7 +59,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("file");
         QTest::addColumn<QString>("key");
         QTest::addColumn<QByteArray>("value");
-        const auto row = [](const char *name, const QByteArray &file, const QByteArray &value,
+        const auto row = [](const QByteArray &name, const QByteArray &file, const QByteArray &value,
                             const QString &key = u"key"_s) { QTest::newRow(name) << lines(file) << key << value; };
         row("case of names", "[SYSTEM]|KEY=v", "v");
         row("blanks, tabs, VT round key and value", "[System]| \v key\t=\v  v w \t", "v w");
@@ -97,6 +97,14 @@ private Q_SLOTS:
         row("UTF-16LE", utf16(u"[System]\r\nkey= \"caf\u00E9 \U0001F3C0\"\r\n"_s), "caf\xC3\xA9 \xF0\x9F\x8F\x80");
         row("UTF-16LE with half a character at its end", utf16(u"[System]\nkey=v"_s) + 'x', "v");
         row("empty file", "", "");
+        // Longer values are cut at 254 bytes.
+        const QByteArray a(600, 'a');
+        for (const int length : {253, 254, 255, 600})
+            row(QByteArray::number(length) + " bytes", "[System]|key=" + a.left(length), a.left(qMin(length, 254)));
+        row("quotes go before the cut", "[System]|key=\"" + a.left(254) + '"', a.left(254));
+        row("4-byte character across the cut", "[System]|key=" + a.left(251) + "\xF0\x9F\x8F\x80z", a.left(251));
+        row("character that just fits", "[System]|key=" + a.left(252) + "\xC3\xA9z", a.left(252) + "\xC3\xA9");
+        row("Windows-1252 is cut anywhere", "[System]|key=" + a.left(253) + "\xE9\xE9", a.left(253) + "\xE9");
     }
 
     void reads()
@@ -106,30 +114,6 @@ private Q_SLOTS:
         store(file);
         QTEST(ProfileFile(m_path).value(u" System "_s, key, 255), "value");
         QCOMPARE(stored(), file);
-    }
-
-    void cutsLongValues_data()
-    {
-        QTest::addColumn<QByteArray>("inFile");
-        QTest::addColumn<QByteArray>("value");
-        const QByteArray a(600, 'a');
-        for (const int length : {253, 254, 255, 256, 600})
-            QTest::addRow("%d bytes", length) << a.left(length) << a.left(qMin(length, 254));
-        QTest::newRow("quotes go first") << '"' + a.left(254) + '"' << a.left(254);
-        QTest::newRow("4-byte character across the cut") << a.left(251) + "\xF0\x9F\x8F\x80z" << a.left(251);
-        QTest::newRow("character that just fits") << a.left(252) + "\xC3\xA9z" << a.left(252) + "\xC3\xA9";
-        QTest::newRow("Windows-1252 is cut anywhere") << a.left(253) + "\xE9\xE9" << a.left(253) + "\xE9";
-    }
-
-    void cutsLongValues()
-    {
-        QFETCH(QByteArray, inFile);
-        const QByteArray file = "[System]\r\nkey=" + inFile + "\r\n";
-        store(file);
-        const ProfileFile profile(m_path);
-        QTEST(profile.value(u"System"_s, u"key"_s, 255), "value");
-        QVERIFY(profile.write(u"System"_s, u"b"_s, u"2"_s));
-        QCOMPARE(stored(), file + "b=2\r\n");
     }
 
     void writes_data()
@@ -149,6 +133,8 @@ private Q_SLOTS:
         row("before blank lines", "[System]|a=1|||[X]|", u"b"_s, u"2"_s, "[System]|a=1|b=2|||[X]|");
         row("section without keys", "[System]|; c|[X]|", u"b"_s, u"2"_s, "[System]|b=2|; c|[X]|");
         row("header without a line end", "[System]", u"b"_s, u"2"_s, "[System]|b=2|");
+        row("beside a long line", "[System]|a=" + QByteArray(600, 'a') + "|", u"b"_s, u"2"_s,
+            "[System]|a=" + QByteArray(600, 'a') + "|b=2|");
         row("in place, spelling kept", "; c|[System]|A=1|z=2||", u"a"_s, u"9"_s, "; c|[System]|A=9|z=2||");
         row("quoted empty value", "[System]|b=\"\"|", u"b"_s, u"x"_s, "[System]|b=x|");
         row("odd spacing elsewhere", " [ System ]|  a  =  1  | z = 2 \n\n", u"a"_s, u"9"_s,

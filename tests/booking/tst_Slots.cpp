@@ -11,20 +11,12 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString saturday = u"2026-11-14"_s;
-const QString confirmed = u"verify -> anna staff"_s;
 const QString reasonQuestion = u"ask: Enter reason why the entry need to be cleared"_s;
 
 QString insertBooking(const QString &hour, int field, const QString &more)
 {
     return u"INSERT INTO tbl_booking SET b_datetime='2026-11-14 "_s + hour + u":00', b_field="_s +
            QString::number(field) + u", "_s + more + u"; "_s;
-}
-
-QString remarkSql(const QString &text, const QString &job, const QString &slotHour, const QString &field)
-{
-    return u"INSERT INTO tbl_remark SET m_dotime='2026-11-14 14:59:59', m_datetime='2026-11-14 "_s + slotHour +
-           u":00', m_remark='"_s + text + u"', m_job='"_s + job + u"' ,m_field="_s + field +
-           u", m_staff='anna', m_actiontime='14 Nov 02:59:59 PM'"_s;
 }
 
 } // namespace
@@ -145,49 +137,6 @@ private Q_SLOTS:
                  cleared ? QStringList({u"2"_s, u"3"_s}) : QStringList({u"3"_s, u"0"_s}));
     }
 
-    void cancelStatements_data()
-    {
-        // What stands on the other fields, and what is sent: the words stand for the statements below.
-        drawnRows(uR"(
-            alone                | 8 |                         | look; delete; remark
-            partners             | 0 | b_field=1, b_bookername='Shared Booking'; b_field=2, b_bookername='Shared Booking' | look; delete; remark; free 1; shared 1; free 2; shared 2
-            parent, last         | 2 | b_field=0, b_bookername='Partially Shared', b_shared=1 | look; delete; remark; parent; free 0; partially
-            parent, one of two   | 2 | b_field=0, b_bookername='Partially Shared', b_shared=2 | look; delete; remark; parent; lower; partially
-            parent without a row | 2 |                         | look; delete; remark; parent; lower; partially
-        )"_s);
-    }
-
-    void cancelStatements()
-    {
-        const QString slot = u"b_datetime='2026-11-14 24:00:00' AND "_s;
-        const QMap<QString, QString> texts{
-            {u"look"_s, u"SELECT * FROM tbl_booking WHERE "_s + slot + u"b_field=FIELD"_s},
-            {u"delete"_s, u"DELETE FROM tbl_booking where "_s + slot + u" b_field=FIELD"_s},
-            {u"remark"_s, remarkSql(u"it\\'s raining"_s, u"cancel"_s, u"24:00"_s, u"FIELD"_s)},
-            {u"free"_s, u"DELETE FROM tbl_booking WHERE "_s + slot + u"b_field=FIELD"_s},
-            {u"shared"_s, remarkSql(u" shared booking"_s, u"cancel"_s, u"24:00"_s, u"FIELD"_s)},
-            {u"parent"_s, u"SELECT * FROM tbl_booking where "_s + slot + u"b_field=0"_s},
-            {u"lower"_s, u"UPDATE tbl_booking SET b_shared=b_shared - 1 where "_s + slot + u"b_field=0"_s},
-            {u"partially"_s, remarkSql(u" partially booked field 0"_s, u"cancel"_s, u"24:00"_s, u"0"_s)}};
-        const auto [field, standing, words] = cells<3>();
-        QStringList sent;
-        for (const QString &word : listOf(words))
-            sent += texts.value(word.section(u' ', 0, 0))
-                        .replace(u"FIELD"_s, word.contains(u' ') ? word.section(u' ', 1) : field);
-        for (const QString &row : listOf(standing))
-            m_server.exec(u"INSERT INTO tbl_booking SET b_datetime='2026-11-14 24:00:00', "_s + row);
-        m_server.exec(insertBooking(u"24:00"_s, field.toInt(), u"b_bookername='A'"_s) +
-                      insertBooking(u"23:00"_s, field.toInt(), u"b_bookername='A'"_s));
-        TestStation station(m_server);
-        m_server.startLog();
-        QCOMPARE(
-            doCancel(station, u"anna"_s, {{saturday, u"24:00"_s, field.toInt()}, u"A"_s, u"it's raining"_s}).outcome,
-            CancelOutcome::Cancelled);
-        QCOMPARE(m_server.takeLog(), sent);
-        QCOMPARE(m_server.rows(u"SELECT b_bookername FROM tbl_booking WHERE b_datetime LIKE '%23:00:00'"_s),
-                 QStringList{u"A"_s});
-    }
-
     void extraTimeIsRefused_data()
     {
         // What is asked when 30 minutes are added, and when the extra time is cleared.
@@ -220,50 +169,6 @@ private Q_SLOTS:
         QVERIFY(!AddExtraTime(station, selection, 30));
         QVERIFY(!clearExtraTime(station, selection));
         QCOMPARE(tables(), before);
-    }
-
-    void extraTimeStatements()
-    {
-        m_server.exec(insertBooking(u"23:00"_s, 3, u"b_bookername='A', b_extratime=15"_s) +
-                      insertBooking(u"23:00"_s, 4, u"b_bookername='B', b_extratime=15"_s));
-        TestStation station(m_server, {confirmed, confirmed, confirmed});
-        const QString slot = u" WHERE b_datetime='2026-11-14 23:00:00'AND b_field=3"_s;
-        m_server.startLog();
-        QVERIFY(AddExtraTime(station, drawnDay(saturday, 3, {u">23:00 A"_s}), 45));
-        QCOMPARE(
-            m_server.takeLog(),
-            QStringList({u"SELECT * FROM tbl_booking"_s + slot, u"UPDATE tbl_booking SET b_extratime=45"_s + slot,
-                         remarkSql(u" for player adding 45 minutes more "_s, u"extra time"_s, u"23:00"_s, u"3"_s)}));
-        const QString extraTimes = u"SELECT b_field, b_extratime FROM tbl_booking ORDER BY b_field"_s;
-        QCOMPARE(m_server.rows(extraTimes), QStringList({u"3|45"_s, u"4|15"_s}));
-        m_server.startLog();
-        QVERIFY(clearExtraTime(station, drawnDay(saturday, 3, {u">23:00 A"_s, u"24:00 +45"_s})));
-        QCOMPARE(m_server.takeLog(),
-                 QStringList({u"UPDATE tbl_booking SET b_extratime=0"_s + slot,
-                              remarkSql(u" do not want extratime."_s, u"delete extra time"_s, u"23:00"_s, u"3"_s)}));
-        QCOMPARE(m_server.rows(extraTimes), QStringList({u"3|0"_s, u"4|15"_s}));
-
-        // The booking has vanished since the grid was drawn: nothing is said and nothing written.
-        m_server.exec(u"DELETE FROM tbl_booking WHERE b_field=3"_s);
-        const QStringList before = tables();
-        AddExtraTime(station, drawnDay(saturday, 3, {u">23:00 A"_s}), 15);
-        QCOMPARE(tables(), before);
-    }
-
-    void rateChangeStatements()
-    {
-        m_server.exec(insertBooking(u"24:00"_s, 3, u"b_bookername='O\\'Neil', b_specialrate='student'"_s));
-        TestStation station(m_server);
-        for (const QString &rate : {u"specialgroup2"_s, u""_s}) {
-            station.person.expect({u"verify -> anna admin"_s});
-            m_server.startLog();
-            QVERIFY(changeRateType(station, drawnDay(saturday, 3, {u">24:00 O'Neil"_s}), rate));
-            QCOMPARE(m_server.takeLog(), QStringList({u"UPDATE tbl_booking SET b_specialrate='"_s + rate +
-                                                          u"' where b_datetime='2026-11-14 24:00:00' AND b_field=3"_s,
-                                                      remarkSql(u" set "_s + rate + u" rate for O\\'Neil 24:00"_s,
-                                                                u"change rate"_s, u"24:00"_s, u"3"_s)}));
-            QCOMPARE(m_server.rows(u"SELECT b_specialrate FROM tbl_booking"_s), QStringList{rate});
-        }
     }
 
     void rates_data()

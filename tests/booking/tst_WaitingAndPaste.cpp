@@ -20,6 +20,14 @@ QStringList ids(const std::vector<WaitingEntry> &entries)
     return texts;
 }
 
+std::vector<BlockBookingHour> block(
+    TestStation &station, const DaySelection &selection, int weeks, const std::function<void(int)> &tell = [](int) {})
+{
+    std::vector<BlockBookingHour> results;
+    bookBlock(station, station.clipboard, selection, weeks, tell, results);
+    return results;
+}
+
 } // namespace
 
 /// The waiting list, and what staff hold for pasting: on one hour, on several, over weeks.
@@ -206,25 +214,19 @@ private Q_SLOTS:
         const QStringList before = bookings();
         const DaySelection target = drawnDay(saturday, 7, {u">20:00"_s});
         QVERIFY(!pasteSelection(station, station.clipboard, target));
-        std::vector<BlockBookingHour> results;
-        bookBlock(
-            station, station.clipboard, target, 4, [](int) { QFAIL("Nothing was booked, so no week is over"); },
-            results);
-        QVERIFY(results.empty());
+        QVERIFY(block(station, target, 4, [](int) { QFAIL("Nothing was booked, so no week is over"); }).empty());
         QCOMPARE(bookings(), before);
         QCOMPARE(waiting().size(), 5);
     }
 
-    void block()
+    void overWeeks()
     {
         TestStation station(m_server, {confirmed});
         station.setNow(u"2026-11-14 19:59:59"_s);
         QVERIFY(copySlot(station, station.clipboard, drawnDay(saturday, 8, {u">24:00 O'Neil"_s})));
-        std::vector<BlockBookingHour> results;
         QList<int> weeks;
-        bookBlock(
-            station, station.clipboard, drawnDay(saturday, 8, {u">18:00"_s, u">19:00"_s, u">02:00"_s}), 8,
-            [&](int week) { weeks << week; }, results);
+        const auto results = block(station, drawnDay(saturday, 8, {u">18:00"_s, u">19:00"_s, u">02:00"_s}), 8,
+                                   [&](int week) { weeks << week; });
         QCOMPARE(weeks, QList<int>({1, 2, 3, 4, 5, 6, 7, 8}));
         QStringList booked;
         QStringList refused;
@@ -246,14 +248,10 @@ private Q_SLOTS:
     {
         TestStation station(m_server, {u"verify -> nobody"_s, confirmed});
         QVERIFY(cutWaitingEntry(station, station.clipboard, u"11"_s));
-        std::vector<BlockBookingHour> results;
         const DaySelection selection = drawnDay(saturday, 8, {u">18:00"_s, u">20:00"_s});
-        bookBlock(
-            station, station.clipboard, selection, 4, [](int) {}, results);
-        QVERIFY(results.empty());
+        QVERIFY(block(station, selection, 4).empty());
         m_server.startLog();
-        bookBlock(
-            station, station.clipboard, selection, 4, [](int) {}, results);
+        const auto results = block(station, selection, 4);
         // Only the first booking takes the entry off the list, and each week reads the booker anew.
         const QStringList log = m_server.takeLog();
         QCOMPARE(log.count(u"DELETE FROM tbl_waitlist where w_id='11'"_s), 1);

@@ -1,9 +1,6 @@
 #include "support/Check.h"
 
-#include "booking/Booking.h"
-#include "booking/Cancelling.h"
-#include "booking/ExtraTime.h"
-#include "booking/Rates.h"
+#include "support/DeedCounter.h"
 #include "support/DrawnRows.h"
 
 #include <QFile>
@@ -13,12 +10,6 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-const QString saturday = u"2026-11-14"_s;
-
-} // namespace
 
 /// database/check finds what it is there to find, and nothing on a day that is whole.
 class tst_Check : public QObject
@@ -124,19 +115,9 @@ private Q_SLOTS:
 private:
     void makeDay()
     {
-        TestStation station(m_server, {u"verify -> anna staff"_s});
-        const auto book = [&](const QString &hour, int field, const QString &name) {
-            QCOMPARE(doBooking(station, u"anna"_s, {{saturday, hour, field}, {name}}), BookingOutcome::Booked);
-        };
-        book(u"18:00"_s, 0, u"Whole"_s);
-        book(u"18:00"_s, 4, u"Left"_s);
-        book(u"18:00"_s, 5, u"Right"_s);
-        book(u"20:00"_s, 7, u"Cleared"_s);
-        book(u"20:00"_s, 8, u"Single"_s);
-        const DaySelection single = drawnDay(saturday, 8, {u">20:00 Single"_s});
-        QVERIFY(AddExtraTime(station, single, 30));
-        QCOMPARE(SetMembershipStatus(station, u"boss"_s, single, u"member"_s), QString());
-        doCancel(station, u"anna"_s, {{saturday, u"20:00"_s, 7}, u"Cleared"_s, u"rain"_s});
+        DeedCounter(m_server.connectionString())
+            .actAll(u"book 18:00 0 Whole; book 18:00 4 Left; book 18:00 5 Right; book 20:00 7 Cleared; "
+                    "book 20:00 8 Single; extra 20:00 8 Single; rate 20:00 8 Single; clear 20:00 7 Cleared"_s);
     }
 
     /// The exit code and what stands on standard output.

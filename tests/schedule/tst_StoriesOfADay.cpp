@@ -1,8 +1,6 @@
 #include "support/Story.h"
 
-#include "app/Application.h"
 #include "app/frm_AdminPass.h"
-#include "plan/LayoutPlan.h"
 #include "schedule/DayView.h"
 #include "schedule/frm_Main.h"
 #include "support/TestStation.h"
@@ -12,7 +10,6 @@
 #include <QTableView>
 #include <QTextDocument>
 #include <QToolTip>
-#include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -213,10 +210,8 @@ private Q_SLOTS:
     void lights()
     {
         start();
-        script(logIn + u" | page 2"_s);
-        d->clickAt(u"LayoutPlan2"_s,
-                   [](QWidget *plan) { return qobject_cast<LayoutPlan *>(plan)->fieldRect(6).center().toPoint(); });
-        script(u"click LightSwitch_0 | click LightSwitch_3 | click LightSwitch_4 | click LightSwitch_4"_s);
+        script(logIn + u" | page 2 | plan LayoutPlan2 6 | click LightSwitch_0 | click LightSwitch_3 | "
+                       "click LightSwitch_4 | click LightSwitch_4"_s);
         for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
             expect(QString(), [this] { return rows(u"SELECT l_id FROM tbl_light"_s); });
             script(u"click btn_LightCommit | verify anna secret1"_s);
@@ -226,27 +221,11 @@ private Q_SLOTS:
         play();
         QCOMPARE(rows(u"SELECT l_field, l_staff, l_datetime, l_row0, l_row1, l_row2, l_row3, l_row4 FROM tbl_light"_s),
                  u"6|anna|2026-11-14 14:59:59|on|off|off|on|off"_s);
-        const auto clickField = [this](int field) {
-            d->clickAt(u"LayoutPlan2"_s, [field](QWidget *plan) {
-                return qobject_cast<LayoutPlan *>(plan)->fieldRect(field).center().toPoint();
-            });
-        };
-        const auto commits = [this](const QString &count) {
-            expect(count, [] {
-                return QString::number(WindowDriver::control<QTreeWidget>(u"ListView_Light"_s)->topLevelItemCount());
-            });
-        };
-        commits(u"1"_s);
-        clickField(3);
-        commits(u"0"_s);
-        script(u"see lbl_LightState Nothing was committed for this field yet."_s);
-        clickField(6);
-        commits(u"1"_s);
-        script(u"server goes"_s);
-        clickField(3);
-        script(u"error Error while accessing database | see lbl_LightField pitch3 | "
-               "see lbl_LightState The light log of this field could not be read."_s);
-        commits(u"0"_s);
+        script(u"count ListView_Light 1 | plan LayoutPlan2 3 | count ListView_Light 0 | "
+               "see lbl_LightState Nothing was committed for this field yet. | plan LayoutPlan2 6 | "
+               "count ListView_Light 1 | server goes | plan LayoutPlan2 3 | error Error while accessing database | "
+               "see lbl_LightField pitch3 | see lbl_LightState The light log of this field could not be read. | "
+               "count ListView_Light 0"_s);
         const auto says = [this](const QString &state) {
             expect(state, [] {
                 return WindowDriver::control<QWidget>(u"LayoutPlan2"_s)->accessibleDescription().section(u'.', 0, 0);
@@ -256,7 +235,7 @@ private Q_SLOTS:
             m_server.start();
             book(u"15:00"_s, 3, u"Team A"_s);
         });
-        clickField(3);
+        script(u"plan LayoutPlan2 3"_s);
         says(u"pitch3: Free"_s);
         script(u"tick 15:00:00"_s);
         says(u"pitch3: Booked, Team A"_s);
@@ -291,10 +270,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv)
-{
-    Application application(argc, argv);
-    tst_StoriesOfADay stories;
-    return QTest::qExec(&stories, argc, argv);
-}
+STORY_MAIN(tst_StoriesOfADay)
 #include "tst_StoriesOfADay.moc"

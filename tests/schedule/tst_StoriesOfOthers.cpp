@@ -1,66 +1,16 @@
 #include "support/Story.h"
 
-#include "app/Application.h"
-#include "booking/Booking.h"
-#include "booking/Cancelling.h"
 #include "schedule/DayView.h"
 #include "support/CuttingProxy.h"
+#include "support/DeedCounter.h"
 #include "support/DrawnRows.h"
-#include "support/TestStation.h"
 
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QScrollBar>
 #include <QTableView>
 
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// An address at which nobody picks up: whoever connects waits.
-class DeafAddress
-{
-public:
-    DeafAddress()
-    {
-        m_address.sin_family = AF_INET;
-        m_address.sin_port = htons(3306); // the program knows no other
-        m_address.sin_addr.s_addr = htonl(INADDR_LOOPBACK + 76);
-        const int listening = newSocket();
-        m_listens = bind(listening, general(), sizeof m_address) == 0 && listen(listening, 0) == 0;
-        constexpr int moreThanWait = 4;
-        for (int i = 0; i < moreThanWait; ++i)
-            (void)connect(newSocket(), general(), sizeof m_address);
-    }
-    ~DeafAddress()
-    {
-        for (const int socket : m_sockets)
-            close(socket);
-    }
-    DeafAddress(const DeafAddress &) = delete;
-    DeafAddress &operator=(const DeafAddress &) = delete;
-
-    [[nodiscard]] bool listens() const { return m_listens; }
-    static QString name() { return u"127.0.0.77"_s; }
-
-private:
-    int newSocket()
-    {
-        m_sockets.push_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-        return m_sockets.back();
-    }
-    [[nodiscard]] const sockaddr *general() const { return reinterpret_cast<const sockaddr *>(&m_address); }
-
-    sockaddr_in m_address{};
-    std::vector<int> m_sockets;
-    bool m_listens = false;
-};
-
-} // namespace
 
 /// What other counters do meanwhile, and what staff see of a database that does not answer.
 class tst_StoriesOfOthers : public Story
@@ -77,7 +27,7 @@ private Q_SLOTS:
         const auto scroll = [] { return WindowDriver::control<QTableView>(grid)->verticalScrollBar(); };
         d->await(u"scrolling"_s, [=] { return scroll()->maximum() > 2; });
         d->step(u"scroll"_s, [=] { scroll()->setValue(2); });
-        other(u"20:00"_s, u"Team A"_s);
+        other(u"book 20:00 6 Team A"_s);
         const QString marked = u"2: 15 16"_s;
         const auto marks = [=] {
             QString text = QString::number(scroll()->value()) + u':';
@@ -87,7 +37,7 @@ private Q_SLOTS:
         };
         script(u"tick 14:30:01 | tick 14:30:02 | grid 20:00 Team A"_s);
         expect(marked, marks);
-        other(u"20:00"_s, {});
+        other(u"clear 20:00 6 Team A"_s);
         script(u"tick 14:30:03 | tick 14:30:04 | grid "_s);
         // What stands still is looked at and not read.
         d->step(u"log"_s, [this] { m_server.startLog(); });
@@ -99,7 +49,7 @@ private Q_SLOTS:
         // Under an open window nothing is read at all.
         script(u"click btn_AddEntry"_s);
         d->awaitWindow(u"frm_VerifyUser"_s);
-        other(u"21:00"_s, u"Team B"_s);
+        other(u"book 21:00 6 Team B"_s);
         d->step(u"log"_s, [this] { m_server.startLog(); });
         script(u"tick 14:30:10 | tick 14:30:12 | tick 14:30:14"_s);
         expect(QString(), [this] { return m_server.takeWholeLog().join(u'\n'); });
@@ -113,8 +63,7 @@ private Q_SLOTS:
         book(u"16:00"_s, 6, u"Team A"_s);
         start();
         script(logIn + court + u" | select 16:00 | click btn_Clear | verify anna secret1 | type txt_Answer rain"_s);
-        other(u"16:00"_s, {});
-        other(u"16:00"_s, u"Team B"_s);
+        other(u"clear 16:00 6 Team A; book 16:00 6 Team B"_s);
         play(u"enter txt_Answer | answer This hour has changed meanwhile: Team B | grid 16:00 Team B | errors 0"_s);
     }
 
@@ -251,13 +200,12 @@ private Q_SLOTS:
         QCOMPARE(bookings(), u"18:00|6|Team A|, 19:00|6|Team A|"_s);
     }
 
-    void deafAddress()
+    void nobodyPicksUp()
     {
-        const DeafAddress deaf;
-        QVERIFY(deaf.listens());
-        writeSettings(centre(m_server, {{u"database_server"_s, DeafAddress::name()}}));
+        CuttingProxy proxy(m_server);
+        proxy.swallow();
         script(u"watch"_s);
-        d->step(u"start"_s, [this] { start(); });
+        d->step(u"start"_s, [&] { startBehind(proxy); });
         script(u"see lbl_Waiting Waiting for the answer of the database server … | click btn_GiveUp | "
                "error Error while loading form | type txtLogin anna | type txtPassword secret1 | press btn_GO | "
                "press btn_GO | see frm_Waiting Tamsora | press btn_GO | keys x | click btn_GiveUp | "
@@ -317,26 +265,13 @@ private:
         start();
     }
 
-    /// Counter 2 books an hour of field 6, or clears it when there is no name.
-    void other(const QString &hour, const QString &name)
+    /// What counter 2 does, as DeedCounter says it.
+    void other(const QString &deeds)
     {
-        d->step(u"the other counter, "_s + hour, [=, this] {
-            TestStation station(m_server, {}, 2);
-            const SlotKey slot{u"2026-11-14"_s, hour, 6};
-            const QString holder = rows(
-                u"SELECT b_bookername FROM tbl_booking WHERE b_field=6 AND b_datetime LIKE '%"_s + hour + u":00'"_s);
-            if (name.isEmpty())
-                QCOMPARE(doCancel(station, u"ben"_s, {slot, holder, u"rain"_s}).outcome, CancelOutcome::Cancelled);
-            else
-                QCOMPARE(doBooking(station, u"ben"_s, {slot, {name}}), BookingOutcome::Booked);
-        });
+        d->step(u"the other counter: "_s + deeds,
+                [=, this] { DeedCounter(m_server.connectionString(), 2).actAll(deeds); });
     }
 };
 
-int main(int argc, char **argv)
-{
-    Application application(argc, argv);
-    tst_StoriesOfOthers stories;
-    return QTest::qExec(&stories, argc, argv);
-}
+STORY_MAIN(tst_StoriesOfOthers)
 #include "tst_StoriesOfOthers.moc"

@@ -1,6 +1,5 @@
 #include "support/Story.h"
 
-#include "app/Application.h"
 
 #include <QLabel>
 #include <QTableView>
@@ -67,11 +66,13 @@ private Q_SLOTS:
         login();
         script(u"key F2 | behind txt_ItemQuantity 0"_s); // also from another page
         keys(u"1"_s);
-        script(u"enter lbl_OK | closed frm_Calculator | key / | see txt_Find  | keys sweet | enter txt_Find"_s);
+        script(u"enter lbl_OK | closed frm_Calculator | key / | see txt_Find "_s);
+        keys(u"sweet"_s);
+        script(u"enter txt_Find"_s);
         keys(u"3"_s);
         script(u"enter lbl_OK | closed frm_Calculator"_s);
         showsCart(u"Cola 2.50 1 2.50, Bar 1.75 3 5.25"_s);
-        script(u"key / | keys p | see txt_Find p | key Esc | see txt_Find  | key P | see txt_Total 7.75"_s);
+        script(u"key / | type txt_Find p | key Esc | see txt_Find  | key P | see txt_Total 7.75"_s);
         keys(u"1000"_s);
         script(u"see txt_Change 2.25 | enter txt_e"_s);
         gone();
@@ -227,8 +228,16 @@ private:
         });
     }
 
-    void keys(const QString &keys) { script(u"keys "_s + keys); }
-    void scan(const QString &code) { script(u"keys "_s + code + u'\r'); }
+    void keys(const QString &keys)
+    {
+        d->await(u"a window for keys"_s, [] {
+            const QWindow *window = QGuiApplication::focusWindow();
+            const QWidget *modal = QApplication::activeModalWidget();
+            return window && (!modal || modal->windowHandle() == window);
+        });
+        script(u"keys "_s + keys);
+    }
+    void scan(const QString &code) { keys(code + u'\r'); }
     /// No drawer stands on this desk.
     void gone() { script(u"error Unknown Error"_s); }
     void showsCart(const QString &wanted)
@@ -242,10 +251,5 @@ private:
     }
 };
 
-int main(int argc, char **argv)
-{
-    Application application(argc, argv);
-    tst_StoriesOfTheTill stories;
-    return QTest::qExec(&stories, argc, argv);
-}
+STORY_MAIN(tst_StoriesOfTheTill)
 #include "tst_StoriesOfTheTill.moc"

@@ -1,15 +1,12 @@
 #include "support/Story.h"
 
-#include "app/Application.h"
 #include "look/Look.h"
 #include "schedule/DayView.h"
 #include "schedule/frm_Main.h"
 #include "support/DrawnRows.h"
 #include "support/TestStation.h"
 
-#include <QAbstractButton>
 #include <QCalendarWidget>
-#include <QLabel>
 #include <QLayout>
 #include <QTabWidget>
 #include <QTableView>
@@ -258,29 +255,20 @@ private Q_SLOTS:
         QCOMPARE(Look::presentHour.text, QColor(0, 192, 0));
         QCOMPARE(Look::hourBefore.text, QColor(255, 0, 0));
         const QColor weekend = Look::alert.background;
-        std::vector<Look::Tone> tones{Look::free,
-                                      Look::booked,
-                                      Look::paid,
-                                      Look::past,
-                                      Look::shared,
-                                      Look::extraTime,
-                                      Look::alert,
-                                      Look::presentHour,
-                                      Look::hourBefore,
-                                      {Look::paper, weekend},
-                                      {Look::shared.background, weekend},
-                                      {Look::paper, Look::accent}};
+        std::vector<Look::Tone> tones{Look::free,      Look::booked, Look::paid,        Look::past,      Look::shared,
+                                      Look::extraTime, Look::alert,  Look::presentHour, Look::hourBefore};
+        for (const QColor &ground : {Look::paper, Look::shared.background})
+            tones.push_back({ground, weekend});
+        tones.push_back({Look::paper, Look::accent});
         const QPalette palette = QApplication::palette();
-        for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
-            for (const auto &[ground, text] :
-                 std::initializer_list<std::pair<QPalette::ColorRole, QPalette::ColorRole>>{
-                     {QPalette::Window, QPalette::WindowText},
-                     {QPalette::Base, QPalette::Text},
-                     {QPalette::AlternateBase, QPalette::Text},
-                     {QPalette::Button, QPalette::ButtonText},
-                     {QPalette::Base, QPalette::PlaceholderText},
-                     {QPalette::Highlight, QPalette::HighlightedText},
-                     {QPalette::ToolTipBase, QPalette::ToolTipText}})
+        using P = QPalette;
+        const std::initializer_list<std::pair<P::ColorRole, P::ColorRole>> texts{
+            {P::Window, P::WindowText},      {P::Base, P::Text},
+            {P::AlternateBase, P::Text},     {P::Button, P::ButtonText},
+            {P::Base, P::PlaceholderText},   {P::Highlight, P::HighlightedText},
+            {P::ToolTipBase, P::ToolTipText}};
+        for (const auto group : {P::Active, P::Inactive, P::Disabled})
+            for (const auto &[ground, text] : texts)
                 tones.push_back({palette.color(group, ground), palette.color(group, text)});
         for (const auto &[ground, text] : tones)
             QVERIFY2(contrast(ground, text) >= 4.5, qPrintable(text.name() + u" on "_s + ground.name()));
@@ -329,10 +317,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv)
-{
-    Application application(argc, argv);
-    tst_StoriesOfWindows stories;
-    return QTest::qExec(&stories, argc, argv);
-}
+STORY_MAIN(tst_StoriesOfWindows)
 #include "tst_StoriesOfWindows.moc"

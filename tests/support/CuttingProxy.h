@@ -3,13 +3,12 @@
 #include "support/PrivateServer.h"
 
 #include <QStringList>
+#include <QThread>
 
-#include <atomic>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
-#include <vector>
+#include <functional>
+
+class QLocalServer;
 
 /// Stands between a program and a test's server, on a unix socket of its own, and does what a bad network does, at a
 /// moment that is exact: statements are told apart and counted. Connections are not compressed. The session's own
@@ -30,76 +29,58 @@ public:
     [[nodiscard]] QString connectionString() const;
 
     /// Everything goes through again; what was held goes on, what was swallowed is lost. Counts begin anew.
-    void pass();
-    /// Cuts at the n-th statement from here, counted from 1. With `forGood` nobody can connect after that.
-    void cutAt(int number, Cut cut, bool forGood = false);
-    /// Cuts at the next statement that begins so.
-    void cutAt(const QString &beginning, Cut cut, bool forGood = false);
+    void pass() { set({}); }
+    /// Cuts at the n-th statement from here, counted from 1.
+    void cutAt(int number, Cut cut) { set({trapOf(cut), number}); }
+    /// Cuts at the next statement that begins so. With `forGood` nobody can connect after that.
+    void cutAt(const QString &beginning, Cut cut, bool forGood = false) { set({trapOf(cut), 0, beginning, forGood}); }
     /// Holds the next statement that begins so, and what follows on its connection, until letGo().
-    void holdAt(const QString &beginning);
+    void holdAt(const QString &beginning) { set({Trap::Hold, 0, beginning}); }
     /// False when nothing was held after some seconds.
     bool waitUntilHeld();
     void letGo();
-    /// Lets everything vanish after this time, in both directions; connections stay.
-    void swallow(std::chrono::milliseconds after = {});
+    /// Lets everything vanish, in both directions; connections stay.
+    void swallow() { set({.swallows = true}); }
     /// Gives every answer so much later.
-    void delay(std::chrono::milliseconds time);
+    void delay(std::chrono::milliseconds time) { set({.delay = time}); }
 
     /// What was sent since the last change of the above, a statement that was cut or held among it.
     [[nodiscard]] QStringList statements() const;
-    /// How often the program asked since then whether the connection lives.
-    [[nodiscard]] int pings() const;
 
 private:
-    using Clock = std::chrono::steady_clock;
-    struct Held
-    {
-        Clock::time_point due;
-        QByteArray bytes;
-    };
-    struct Link
-    {
-        int client = -1;
-        int server = -1;
-        QByteArray packets = {}; ///< of the client, the last one perhaps incomplete
-        std::vector<Held> answers = {};
-        bool isGreeted = false;
-        bool isHeld = false;
-        bool losesAnswer = false;
-        bool isCut = false;
-    };
     /// What happens to the statement that is waited for.
     enum class Trap { None, CutUnsent, CutUnanswered, Hold };
+    struct Weather
+    {
+        Trap trap = Trap::None;
+        int number = 0;
+        QString beginning = {};
+        bool forGood = false;
+        bool swallows = false;
+        std::chrono::milliseconds delay = {};
+        // Since it began:
+        bool isGone = false;
+        bool isHolding = false;
+        QStringList statements = {};
+    };
+    struct Link;
 
-    void set(Trap trap, int number, const QString &beginning, bool forGood);
-    void reset();
-    void serve();
+    static Trap trapOf(Cut cut) { return cut == Cut::Unsent ? Trap::CutUnsent : Trap::CutUnanswered; }
+    void set(const Weather &weather);
+    /// Runs it in the proxy's own thread, to which all below and all sockets belong.
+    void run(const std::function<void()> &step) const;
     void take();
+    static void cut(Link &link);
     void fromClient(Link &link);
     void fromServer(Link &link);
     void forward(Link &link);
-    void command(Link &link, const QByteArray &packet);
-    void giveAnswers(Link &link);
-    [[nodiscard]] bool vanishes() const { return Clock::now() >= m_swallowFrom; }
+    void forwardAll();
+    /// False when the packet does not go on now.
+    bool look(Link &link, const QByteArray &packet);
 
     QString m_path;
     QString m_serverPath;
-    int m_listening = -1;
-    std::vector<Link> m_links; ///< the thread's own
-
-    mutable std::mutex m_mutex;
-    std::condition_variable m_changed;
-    Trap m_trap = Trap::None;
-    int m_number = 0;
-    QString m_beginning;
-    bool m_forGood = false;
-    bool m_isGone = false;
-    bool m_isHolding = false;
-    Clock::time_point m_swallowFrom = Clock::time_point::max();
-    std::chrono::milliseconds m_delay{};
-    QStringList m_statements;
-    int m_pings = 0;
-
-    std::atomic<bool> m_ends = false;
-    std::thread m_thread;
+    QThread m_thread;
+    QLocalServer *m_listening; ///< its children are the links
+    Weather m_weather;
 };

@@ -1,11 +1,13 @@
 #include "support/DeedCounter.h"
 
+#include "app/RateType.h"
 #include "booking/Cancelling.h"
 #include "booking/ExtraTime.h"
 #include "booking/Ground.h"
 #include "booking/Pasting.h"
 #include "booking/Rates.h"
 #include "counter/Settlement.h"
+#include "support/DrawnRows.h"
 
 #include <stdexcept>
 
@@ -14,6 +16,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString day = u"2026-11-14"_s;
+
+const QString reason = u"rain, it's said"_s;
+
+Booker named(const QString &name)
+{
+    return {name, u"it's FC"_s, u"5'5"_s, RateType::student};
+}
 
 QDateTime standingClock()
 {
@@ -47,6 +56,12 @@ QString DeedCounter::act(const QString &deed)
     }
 }
 
+void DeedCounter::actAll(const QString &deeds)
+{
+    for (const QString &deed : listOf(deeds))
+        QCOMPARE(act(deed), u"done"_s);
+}
+
 QString DeedCounter::attempt(const QStringList &words)
 {
     const QString &what = words[0];
@@ -57,11 +72,15 @@ QString DeedCounter::attempt(const QStringList &words)
     const SlotKey slot{day, words.at(1), words.at(2).toInt()};
     if (what == u"paste")
         return paste(slot);
-    const QString &name = words.at(3);
+    const QString name = words.mid(3).join(u' ');
+    if (what == u"wait") {
+        addWaitingEntry(station, u"anna"_s, day, slot.hourText + u":00"_s, slot.field, named(name));
+        return u"done"_s;
+    }
     if (what == u"book")
-        return orDone(refusalText(doBooking(station, u"anna"_s, {slot, {name, {}, u"555"_s}})));
+        return orDone(refusalText(doBooking(station, u"anna"_s, {slot, named(name)})));
     if (what == u"clear")
-        return orDone(doCancel(station, u"anna"_s, {slot, name, u"rain"_s}).refusalText());
+        return orDone(doCancel(station, u"anna"_s, {slot, name, reason}).refusalText());
     if (what == u"sell")
         return sell({slot, name});
     const QString row = u'>' + slot.hourText + u' ' + name;

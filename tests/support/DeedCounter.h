@@ -10,9 +10,10 @@
 /// A counter whose person confirms everything as an administrator and remembers what was told. It does what a line of
 /// text says, on 14 November 2026:
 ///     book 18:00 3 Whole        clear 18:00 4 Left        extra 18:00 8 Smith        noextra 18:00 8 Smith
-///     rate 18:00 8 Smith        cut                       paste 19:00 7              sell 18:00 8 Smith
-/// The name is who is booked, or who stands in the grid. "cut" takes the first entry of the waiting list, and "paste"
-/// books it; "sell" sells the hour at 40.00 with two Cola at 2.50.
+///     rate 18:00 8 Smith        wait 18:00 7 Jones        cut                     paste 19:00 7
+///     sell 18:00 8 Smith
+/// The name is who is booked, who stands in the grid, or who waits. "cut" takes the first entry of the waiting list,
+/// and "paste" books it; "sell" sells the hour at 40.00 with two Cola at 2.50.
 class DeedCounter : private Prompts
 {
 public:
@@ -20,6 +21,8 @@ public:
 
     /// Gives "done", what was told, or "failed: " and the error.
     QString act(const QString &deed);
+    /// Does all, separated by "; "; one that is not done fails the test.
+    void actAll(const QString &deeds);
     /// What was told since the last time.
     QStringList takeTold() { return std::exchange(m_told, {}); }
 

@@ -1,6 +1,7 @@
 #include "support/Story.h"
 
 #include "app/BusinessDay.h"
+#include "plan/LayoutPlan.h"
 #include "schedule/DayModel.h"
 
 #include <QFile>
@@ -173,6 +174,12 @@ void Story::perform(const QString &word, const QString &about)
         expect(rest, [=, this] { return part(first)->property("text").toString(); });
     else if (word == u"field")
         script(u"behind txtInfo_FieldSelect "_s + about);
+    else if (word == u"plan") // a click on a field of a plan
+        d->clickAt(first, [rest](QWidget *plan) {
+            return qobject_cast<LayoutPlan *>(plan)->fieldRect(rest.toInt()).center().toPoint();
+        });
+    else if (word == u"count") // the rows of a list of the main window
+        expect(rest, [=, this] { return QString::number(part<QAbstractItemView>(first)->model()->rowCount()); });
     else if (word == u"tick")
         d->step(about, [=, this] {
             m_now.setTime(QTime::fromString(about, u"hh:mm:ss"_s));

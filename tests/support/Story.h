@@ -2,6 +2,7 @@
 
 #include "Program.h"
 #include "WindowDriver.h"
+#include "app/Application.h"
 #include "schedule/frm_Main.h"
 #include "support/PrivateServer.h"
 
@@ -89,3 +90,11 @@ protected:
     int m_errors = 0; ///< error windows shown in this story
     EventLoopWatch m_watch;
 };
+
+#define STORY_MAIN(Stories)                                                                                            \
+    int main(int argc, char **argv)                                                                                    \
+    {                                                                                                                  \
+        Application application(argc, argv);                                                                           \
+        Stories stories;                                                                                               \
+        return QTest::qExec(&stories, argc, argv);                                                                     \
+    }
