@@ -78,8 +78,8 @@ SystemPrinters::~SystemPrinters()
         if (thread)
             thread->requestInterruption();
     for (const QPointer<QThread> &thread : m_threads)
-        if (thread && thread->wait(end))
-            delete thread.data();
+        if (thread)
+            thread->wait(end);
 }
 
 template <typename Result>
