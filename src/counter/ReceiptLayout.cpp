@@ -154,7 +154,7 @@ ReceiptLayout::Block ReceiptLayout::joined(Blocks blocks)
 
 ReceiptLayout::Block ReceiptLayout::logo(const QString &file, qreal left) const
 {
-    const QImage picture(file.isEmpty() ? QString() : pictureFile(file, 2));
+    const QImage picture = file.isEmpty() ? QImage() : QImage(pictureFile(file, 2));
     if (picture.isNull())
         return gap(0);
     const QImage printed = inBlackAndWhite(picture, m_form.isRoll);

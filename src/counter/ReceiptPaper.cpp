@@ -8,7 +8,7 @@ namespace {
 
 struct Kind
 {
-    Paper paper;
+    Paper paper = Paper::A4;
     QLatin1StringView name;
     PaperForm form;
 };

@@ -20,10 +20,10 @@ Paper paperFor(const QPageSize &size);
 struct PaperForm
 {
     QSizeF size; ///< of a roll only the width counts
-    qreal sideMargin;
-    qreal endMargin; ///< above and below
-    qreal logo;      ///< height of the picture
-    qreal letters;   ///< size of plain letters
-    bool isRoll;
+    qreal sideMargin = 0;
+    qreal endMargin = 0; ///< above and below
+    qreal logo = 0;      ///< height of the picture
+    qreal letters = 0;   ///< size of plain letters
+    bool isRoll = false;
 };
 const PaperForm &formOf(Paper paper);

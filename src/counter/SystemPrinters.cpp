@@ -73,22 +73,21 @@ QString printOn(const Receipt &receipt, const PrinterChoice &choice)
 
 SystemPrinters::~SystemPrinters()
 {
+    *m_isHere = false;
     const QDeadlineTimer end(patienceAtEnd);
-    for (const QPointer<QThread> &thread : m_threads)
-        if (thread)
-            thread->requestInterruption();
-    for (const QPointer<QThread> &thread : m_threads)
-        if (thread && thread->wait(end))
-            delete thread.data();
+    for (QThread *thread : std::as_const(m_threads))
+        thread->requestInterruption();
+    for (QThread *thread : std::as_const(m_threads))
+        thread->wait(end);
 }
 
 template <typename Result>
 void SystemPrinters::runAside(std::function<Result()> work, int patience, Result late, std::function<void(Result)> told)
 {
-    // Whoever is first, the work or the timer, tells. The work may outlive this object.
+    // Whoever is first, the work or the timer, tells.
     const auto tell = [told = std::move(told), isTold = std::make_shared<bool>(false),
-                       here = QPointer<QObject>(this)](const Result &result) {
-        if (here && !std::exchange(*isTold, true))
+                       isHere = m_isHere](const Result &result) {
+        if (*isHere && !std::exchange(*isTold, true))
             told(result);
     };
     QThread *thread = QThread::create([work = std::move(work), tell] {
@@ -98,8 +97,8 @@ void SystemPrinters::runAside(std::function<Result()> work, int patience, Result
     });
     QTimer::singleShot(patience, this, [=] { tell(late); });
     connect(thread, &QThread::finished, thread, &QObject::deleteLater);
-    std::erase_if(m_threads, [](const QPointer<QThread> &each) { return each.isNull(); });
-    m_threads.emplace_back(thread);
+    connect(thread, &QThread::finished, this, [this, thread] { m_threads.removeOne(thread); });
+    m_threads.append(thread);
     thread->start();
 }
 

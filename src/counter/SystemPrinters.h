@@ -2,11 +2,9 @@
 
 #include "counter/PrinterDesk.h"
 
+#include <QList>
 #include <QObject>
-#include <QPointer>
 #include <QThread>
-
-#include <vector>
 
 /// The printers of this computer. Each print has a thread of its own, so that a slow one delays nobody; the end of the
 /// program waits a few seconds for them.
@@ -27,5 +25,6 @@ private:
     template <typename Result>
     void runAside(std::function<Result()> work, int patience, Result late, std::function<void(Result)> told);
 
-    std::vector<QPointer<QThread>> m_threads;
+    std::shared_ptr<bool> m_isHere = std::make_shared<bool>(true); ///< for work that outlives this object
+    QList<QThread *> m_threads;                                    ///< that have not finished
 };

@@ -70,8 +70,8 @@ QLabel *frm_PrintReceipt::label(const QString &name, const QString &text, Qt::Al
 QHBoxLayout *frm_PrintReceipt::heading(const Receipt &receipt)
 {
     auto *picture = label(u"Image1"_s, {});
-    const QPixmap logo(pictureFile(receipt.logo, 2));
-    if (!receipt.logo.isEmpty() && !logo.isNull()) {
+    const QPixmap logo = receipt.logo.isEmpty() ? QPixmap() : QPixmap(pictureFile(receipt.logo, 2));
+    if (!logo.isNull()) {
         QPixmap shown = logo.scaledToHeight(qRound(logoHeight * devicePixelRatioF()), Qt::SmoothTransformation);
         shown.setDevicePixelRatio(devicePixelRatioF());
         picture->setPixmap(shown);
