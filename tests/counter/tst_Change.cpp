@@ -254,6 +254,7 @@ private Q_SLOTS:
         };
         key(paying.window, u"1000"_s);
         pressEnter(paying.window);
+        QCoreApplication::processEvents();
         QCOMPARE(paying.settled, 1);
         QVERIFY(paying.window.isVisible() && paying.change.isEmpty());
         QCOMPARE(paying.shown(), u"10.00 / 5.00 / Change 5.00"_s);
