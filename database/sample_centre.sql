@@ -3,7 +3,7 @@
 -- Load it once, after schema.sql, into a database without rows:
 --     mariadb posdb < sample_centre.sql
 -- The days are counted from today: bookings from a week ago to a fortnight ahead. The same day gives the same rows,
--- but for what is paid, which follows the clock. Nothing is left behind but rows.
+-- but for what is paid, which follows the clock. Nothing is left behind but rows, and counter 2's table of sales.
 --
 -- Fields: 0 North pitch with its halves 1 and 2, 3 South pitch with its halves 4 and 5, 6 Court 1, 7 Court 2, 8 Hall.
 -- Hours: 8 to 2. Below, an hour is counted on after midnight (24, 25, 26), which keeps the arithmetic plain.
@@ -133,7 +133,8 @@ INSERT INTO tbl_specialgroup2 (m_idno, m_name, m_org, m_tel) VALUES
     ('H100011', 'Clara Winterbourne', 'Open Goal Inclusive Sports', '01632 960103'),
     ('H100012', 'Goran Milosavljević', 'Open Goal Inclusive Sports', '01632 960104');
 
--- Misc is the item whose price is typed at the counter.
+-- Misc is the item whose price is typed at the counter. Numbers are what a scanner reads, from the range that shops
+-- give themselves. Shin guards have run out.
 INSERT INTO tbl_item (i_id, i_name, i_type, i_key, i_price, i_currentstock) VALUES
     (1, 'Water still 0.5 l', 'Drinks', 'F1', 1.20, 96),
     (2, 'Water sparkling 0.5 l', 'Drinks', 'F2', 1.20, 84),
@@ -151,14 +152,14 @@ INSERT INTO tbl_item (i_id, i_name, i_type, i_key, i_price, i_currentstock) VALU
     (14, 'Ball hire', 'Hire', 'F14', 3.00, 20),
     (15, 'Bib set hire', 'Hire', 'F15', 4.00, 12),
     (16, 'Racket hire', 'Hire', 'F16', 3.50, 16),
-    (17, 'Towel hire', 'Hire', '', 1.50, 60),
-    (18, 'Football size 5', 'Kit', '', 24.90, 9),
-    (19, 'Shuttlecocks tube of 6', 'Kit', '', 8.50, 22),
-    (20, 'Shin guards', 'Kit', '', 11.90, 14),
-    (21, 'Sports socks', 'Kit', '', 6.90, 35),
-    (22, 'Elastic bandage', 'Kit', '', 4.50, 25),
-    (23, 'Shoelaces', 'Kit', '', 2.90, 30),
-    (24, 'Locker padlock', 'Various', '', 5.50, 18),
+    (17, 'Towel hire', 'Hire', '2900001000178', 1.50, 60),
+    (18, 'Football size 5', 'Kit', '2900001000185', 24.90, 9),
+    (19, 'Shuttlecocks tube of 6', 'Kit', '2900001000192', 8.50, 22),
+    (20, 'Shin guards', 'Kit', '2900001000208', 11.90, 0),
+    (21, 'Sports socks', 'Kit', '2900001000215', 6.90, 35),
+    (22, 'Elastic bandage', 'Kit', '2900001000222', 4.50, 25),
+    (23, 'Shoelaces', 'Kit', '2900001000239', 2.90, 30),
+    (24, 'Locker padlock', 'Various', '2900001000246', 5.50, 18),
     (25, 'Misc', 'Various', '', 0.00, 0);
 
 -- ---------------------------------------------------------------------------------------------------------------------
@@ -491,42 +492,53 @@ WHERE NOT EXISTS (SELECT 1 FROM slot AS own WHERE own.day = wish.day AND own.hou
 ORDER BY wish.day, wish.field, wish.place;
 
 -- ---------------------------------------------------------------------------------------------------------------------
--- Counter 1: what was paid, a sale for each session, now and then with a drink, most of them with a receipt
+-- Counters 1 and 2: what was paid, a sale for each session, now and then with a drink, most of them with a receipt
 -- ---------------------------------------------------------------------------------------------------------------------
 
 -- Who has played is paid for some minutes before the start, who pays ahead did so yesterday afternoon.
 CREATE TEMPORARY TABLE sale (
     session INT NOT NULL PRIMARY KEY,
+    counter INT NOT NULL,
     sold_at DATETIME NOT NULL,
     number  INT NOT NULL DEFAULT 0,
     receipt INT NOT NULL DEFAULT 0
 );
-INSERT INTO sale (session, sold_at)
-SELECT session, IF(starts_at <= @now,
-                   DATE_SUB(starts_at, INTERVAL 240 + CRC32(CONCAT('sold', session)) % 900 SECOND),
-                   DATE_ADD(DATE_SUB(@today, INTERVAL 8 HOUR), INTERVAL CRC32(CONCAT('sold', session)) % 7000 SECOND))
+INSERT INTO sale (session, counter, sold_at)
+SELECT session, IF(CRC32(CONCAT('counter', session)) % 4 = 0, 2, 1),
+       IF(starts_at <= @now,
+          DATE_SUB(starts_at, INTERVAL 240 + CRC32(CONCAT('sold', session)) % 900 SECOND),
+          DATE_ADD(DATE_SUB(@today, INTERVAL 8 HOUR), INTERVAL CRC32(CONCAT('sold', session)) % 7000 SECOND))
 FROM slot WHERE paid GROUP BY session, starts_at;
 CREATE TEMPORARY TABLE sale_number (session INT NOT NULL PRIMARY KEY, number INT NOT NULL, receipt INT NOT NULL);
 INSERT INTO sale_number
-SELECT session, ROW_NUMBER() OVER (ORDER BY sold_at, session),
+SELECT session, ROW_NUMBER() OVER (PARTITION BY counter ORDER BY sold_at, session),
        IF(CRC32(CONCAT('receipt', session)) % 10 < 7,
-          SUM(CRC32(CONCAT('receipt', session)) % 10 < 7) OVER (ORDER BY sold_at, session), 0)
+          SUM(CRC32(CONCAT('receipt', session)) % 10 < 7) OVER (PARTITION BY counter ORDER BY sold_at, session), 0)
 FROM sale;
 UPDATE sale JOIN sale_number USING (session) SET sale.number = sale_number.number, sale.receipt = sale_number.receipt;
 
-INSERT INTO tbl_counter1 (c_transaction, c_datetime, c_item, c_itemprice, c_itemquantity, c_itemtotal, c_special,
-                          c_receipt, c_staffid)
-SELECT number, sold_at, item, price, quantity, ROUND(price * quantity, 2), special, receipt,
-       ELT(1 + HOUR(sold_at) DIV 15, 'mara', 'jonas')
-FROM (SELECT number, sold_at, receipt, hour AS line, price, 1 + extra / 60 AS quantity, rate_type AS special,
+CREATE TEMPORARY TABLE sold_line AS
+SELECT counter, line, number, sold_at, item, price, quantity, ROUND(price * quantity, 2) AS total, special, receipt,
+       ELT(1 + HOUR(sold_at) DIV 15, 'mara', 'jonas') AS staff
+FROM (SELECT counter, number, sold_at, receipt, hour AS line, price, 1 + extra / 60 AS quantity, rate_type AS special,
              CONCAT('Field Number ', field + 1, ' ', DATE_FORMAT(DATE_ADD(@today, INTERVAL day DAY), '%d/%m/%Y'), ' ',
                     LPAD(IF(hour > 24, hour - 24, hour), 2, '0'), ':00') AS item
       FROM sale JOIN slot USING (session) JOIN booker ON booker.id = booker_id WHERE paid
       UNION ALL
-      SELECT number, sold_at, receipt, 99, i_price, 1 + CRC32(CONCAT('pieces', session)) % 3, '', i_name
+      SELECT counter, number, sold_at, receipt, 99, i_price, 1 + CRC32(CONCAT('pieces', session)) % 3, '', i_name
       FROM sale JOIN tbl_item ON i_id = 1 + CRC32(CONCAT('drink', session)) % 7
-      WHERE CRC32(CONCAT('thirst', session)) % 3 = 0) AS sold
-ORDER BY number, line;
+      WHERE CRC32(CONCAT('thirst', session)) % 3 = 0) AS sold;
+
+CREATE TABLE IF NOT EXISTS tbl_counter2 LIKE tbl_counter1;
+INSERT INTO tbl_system (sys_counter, sys_counteractive) VALUES (1, 1), (2, 1);
+INSERT INTO tbl_counter1 (c_transaction, c_datetime, c_item, c_itemprice, c_itemquantity, c_itemtotal, c_special,
+                          c_receipt, c_staffid)
+SELECT number, sold_at, item, price, quantity, total, special, receipt, staff
+FROM sold_line WHERE counter = 1 ORDER BY number, line;
+INSERT INTO tbl_counter2 (c_transaction, c_datetime, c_item, c_itemprice, c_itemquantity, c_itemtotal, c_special,
+                          c_receipt, c_staffid)
+SELECT number, sold_at, item, price, quantity, total, special, receipt, staff
+FROM sold_line WHERE counter = 2 ORDER BY number, line;
 
 -- Hours played: what the registered brought along, and what they paid above.
 UPDATE tbl_member SET m_hour = CRC32(m_idno) % 60 + (SELECT COUNT(*) FROM slot JOIN booker ON booker.id = booker_id

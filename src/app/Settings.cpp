@@ -24,7 +24,7 @@ constexpr int bufferSize = 255;
 constexpr qint16 mostFields = 16;
 constexpr qint16 mostInt16 = std::numeric_limits<qint16>::max();
 constexpr int driverOptions = 18475;
-constexpr qint64 mostNote = 100'000'000; // in cents
+constexpr double mostNote = 1e8; // in cents
 
 QString systemSection()
 {
@@ -112,13 +112,15 @@ void readTillNotes(std::vector<qint64> &notes)
         return;
     notes.clear();
     for (const QString &note : text.split(u',')) {
+        double cents = 0;
         try {
-            notes.push_back(std::llround(100 * toDouble(note)));
+            cents = 100 * toDouble(note);
         } catch (const ConversionError &) {
-            notes.push_back(0);
+            // Reported below, as an amount out of range is.
         }
-        if (notes.back() < 1 || notes.back() > mostNote)
+        if (cents < 1 || cents > mostNote)
             throw SettingError(u"Till"_s, u"notes"_s, text, u"amounts above 0 with commas between them, as 5,10,20"_s);
+        notes.push_back(std::llround(cents));
     }
     std::ranges::sort(notes);
 }

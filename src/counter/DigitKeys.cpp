@@ -22,7 +22,7 @@ DigitKeys::DigitKeys(const QString &prefix, const QString &extra, const QString 
     setFont(large);
     for (int digit = 1; digit <= 9; ++digit)
         addKey(prefix + QString::number(digit), QString::number(digit), 2 - (digit - 1) / 3, (digit - 1) % 3);
-    addKey(prefix + u'0', u"0"_s, 3, extra.isEmpty() ? 1 : 0);
+    addKey(prefix + u'0', u"0"_s, 3, 0, extra.isEmpty() ? 2 : 1);
     if (!extra.isEmpty())
         addKey(prefix + extraName, extra, 3, 1);
     QPushButton *back = addKey(prefix + u"Back"_s, u"\u2190"_s, 3, 2);
@@ -31,14 +31,14 @@ DigitKeys::DigitKeys(const QString &prefix, const QString &extra, const QString 
     connect(back, &QPushButton::clicked, this, &DigitKeys::takenBack);
 }
 
-QPushButton *DigitKeys::addKey(const QString &name, const QString &caption, int row, int column)
+QPushButton *DigitKeys::addKey(const QString &name, const QString &caption, int row, int column, int width)
 {
     auto *key = new QPushButton(caption, this);
     key->setObjectName(name);
     key->setMinimumSize(keySize);
     key->setFocusPolicy(Qt::NoFocus);
     key->setAutoDefault(false);
-    static_cast<QGridLayout *>(layout())->addWidget(key, row, column);
+    static_cast<QGridLayout *>(layout())->addWidget(key, row, column, 1, width);
     connect(key, &QPushButton::clicked, this, [this, caption] { Q_EMIT keyed(caption); });
     return key;
 }

@@ -20,5 +20,5 @@ Q_SIGNALS:
     void takenBack();
 
 private:
-    QPushButton *addKey(const QString &name, const QString &caption, int row, int column);
+    QPushButton *addKey(const QString &name, const QString &caption, int row, int column, int width = 1);
 };

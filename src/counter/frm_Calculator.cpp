@@ -79,8 +79,12 @@ QWidget *frm_Calculator::buttons()
     ok->setObjectName(u"lbl_OK"_s);
     ok->setAccessibleName(u"OK"_s);
     ok->setDefault(true);
-    for (QPushButton *button : {cancel, ok})
+    QFont large = font();
+    large.setPointSizeF(large.pointSizeF() * 1.3);
+    for (QPushButton *button : {cancel, ok}) {
         button->setMinimumHeight(64);
+        button->setFont(large);
+    }
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(ok, &QPushButton::clicked, this, &frm_Calculator::takeOver);
 

@@ -32,6 +32,13 @@ void paint(QWidget *box, const Look::Tone &tone)
     box->setPalette(colors);
 }
 
+void setInk(QLabel *label, const QColor &ink)
+{
+    QPalette colors = label->palette();
+    colors.setColor(QPalette::WindowText, ink);
+    label->setPalette(colors);
+}
+
 QString money(qint64 cents)
 {
     return formatNumber(static_cast<double>(cents) / 100, u"##0.00"_s);
@@ -78,16 +85,16 @@ void frm_Change::buildFigures()
     m_ui->txt_e->setValidator(
         new QRegularExpressionValidator(QRegularExpression(u"[0-9]*"_s), m_ui->txt_e)); // pasted and set texts too
     m_ui->txt_Total->setText(m_total);
-    enlarge(m_ui->txt_Total, 2);
-    enlarge(m_ui->txt_AmountPaid, 3);
-    enlarge(m_ui->txt_Change, 3);
+    enlarge(m_ui->txt_Total, 2.4);
+    enlarge(m_ui->txt_AmountPaid, 3.4);
+    enlarge(m_ui->txt_Change, 4.6);
     enlarge(m_ui->lbl_ChangeWords, 1.4);
     enlarge(m_ui->lbl_SmileAndThankYou, 1.4);
     for (QPushButton *button : {m_ui->btn_OK, m_ui->btn_Close})
         enlarge(button, 1.3);
-    QPalette thanks = m_ui->lbl_SmileAndThankYou->palette();
-    thanks.setColor(QPalette::WindowText, Look::accent);
-    m_ui->lbl_SmileAndThankYou->setPalette(thanks);
+    enlarge(m_ui->lbl_Drawer, 1.1);
+    setInk(m_ui->lbl_SmileAndThankYou, Look::accent);
+    setInk(m_ui->lbl_Drawer, Look::alert.background);
     m_ui->lbl_ChangeWords->setText(u"Key the amount given"_s);
 }
 
@@ -108,7 +115,7 @@ QPushButton *frm_Change::addQuickButton(const QString &name, const QString &capt
     auto *button = new QPushButton(caption, this);
     button->setObjectName(name);
     button->setAccessibleName(QString(caption).remove(u'&'));
-    button->setMinimumSize(136, 48);
+    button->setMinimumSize(160, 48);
     button->setFocusPolicy(Qt::TabFocus);
     enlarge(button, 1.2, false);
     connect(button, &QPushButton::clicked, this, [this, cents] {
@@ -138,7 +145,7 @@ void frm_Change::showChange()
             m_ui->lbl_ChangeWords->setText(u"Still to pay "_s + money(-cents));
         else
             m_ui->lbl_ChangeWords->setText(cents > 0 ? u"Change "_s + money(cents) : u"Paid, no change"_s);
-        paint(m_ui->txt_Change, shown.isEnough() ? Look::paid : Look::alert);
+        paint(m_ui->txt_Change, shown.isEnough() ? Look::enough : Look::alert);
     });
 }
 
@@ -185,7 +192,7 @@ void frm_Change::endSale()
     m_ui->btn_Close->setFocus();
     repaint(); // the cashier reads while the drawer opens
     if (!guarded(m_station.prompts, ErrorCode::Unknown, [this] { m_drawer.openAfterSale(); }))
-        m_ui->lbl_ChangeWords->setText(m_ui->lbl_ChangeWords->text() + u". Drawer: use its key"_s);
+        m_ui->lbl_Drawer->setText(u"The drawer did not open: use its key."_s);
     m_sincePress.start();
     Q_EMIT changeGiven(m_ui->txt_Change->text());
 }

@@ -52,8 +52,12 @@ void frm_MiscItem::addKeys()
     auto *cancel = new QPushButton(u"&Cancel"_s);
     cancel->setObjectName(u"btn_Cancel"_s);
     cancel->setAccessibleName(u"Cancel"_s);
-    for (QPushButton *button : {cancel, ok})
+    QFont large = font();
+    large.setPointSizeF(large.pointSizeF() * 1.3);
+    for (QPushButton *button : {cancel, ok}) {
         button->setMinimumHeight(64);
+        button->setFont(large);
+    }
     connect(ok, &QPushButton::clicked, this, &frm_MiscItem::takeOver);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 

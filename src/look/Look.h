@@ -30,6 +30,7 @@ inline constexpr Tone extraTime{{190, 166, 232}, {41, 26, 88}};
 inline constexpr Tone past{{222, 219, 211}, {82, 88, 92}};
 inline constexpr Tone presentHour{{12, 16, 20}, {0, 192, 0}};
 inline constexpr Tone hourBefore{{12, 16, 20}, {255, 0, 0}};
+inline constexpr Tone enough{{26, 116, 58}, {255, 255, 255}};
 inline constexpr Tone alert{{176, 48, 32}, {255, 255, 255}};
 
 /// Sets style, palette and font; to be called once, before the first window. Buttons and boxes are at least 32 pixels

@@ -81,7 +81,8 @@ private Q_SLOTS:
               "picture_logo=logo.png\nhour_start= 8 \nhour_end=\"2\"\ndatabase_server=db;1\ndatabase_user=O'Neil\n"
               "database_password=\" p;}w\xE9 \"\nwebserver=\ncashdrawercommport=1\ncashdrawercommand=\x1Bp0\n"
               "cashdrawercomm=9600,N,8,1\npitch0=North\npitch1=S\xC3\xBC"
-              "d\npitch2=East\ndisplay1=South pitch\n[Shared]\nShared0=0&1\nShared1=0&2\n");
+              "d\npitch2=East\ndisplay1=South pitch\n[Shared]\nShared0=0&1\nShared1=0&2\n"
+              "[Till]\nnotes= 20, 5,0.50\ncashdrawerdevice=/dev/none of this section\n");
         const AppSettings settings = loaded();
         QCOMPARE((std::vector<int>{settings.MaxFieldIndex, settings.CourtTypeIndex, settings.ThisCounter,
                                    settings.CounterCount, settings.SpecialGroupLimit, settings.firstHour,
@@ -98,6 +99,8 @@ private Q_SLOTS:
         QCOMPARE((QStringList{settings.fieldName(1), settings.fieldName(3)}),
                  (QStringList{u"South pitch"_s, u"Field 4"_s}));
         QCOMPARE(listed(settings.SharedFields), u"0&1|0&2"_s);
+        QCOMPARE(settings.tillNotes, (std::vector<qint64>{50, 500, 2000}));
+        QCOMPARE(settings.drawerDevice, QString());
         QVERIFY(stored().contains("\nwebserver=localhost\ncashdrawercommport=1\n"));
         QVERIFY(stored().contains("\ndisplay1=South pitch\ndisplay0=pitch0\r\ndisplay2=pitch2\r\n[Shared]\n"));
     }
@@ -155,6 +158,8 @@ private Q_SLOTS:
         row("hour_start=8", u"\"EndOfWorkingHour\""_s);
         row("hour_start=8\nhour_end=8", u"from 0 to 7: the last hour after midnight"_s);
         row("hour_start=8\nhour_end=2\ncashdrawercommport=40000", u"\"cashdrawercommport\""_s);
+        for (const QByteArray value : {"5,x", "5,,10", "0", "-5", "1e300"})
+            row("hour_start=8\nhour_end=2\n[Till]\nnotes=" + value, u"\"notes\" in section [Till]"_s);
         row("hour_start=7.5\nhour_end=(0)", u"(started)"_s);
         row("hour_start=23\nhour_end=22\nfields=16\ncounter=3\ncounters=3", u"(started)"_s);
         row(QByteArray("\0\0\xFF\xFE[\0]=\xC3\x28hour_start=8", 23), u"\"hour_start\""_s);
