@@ -14,6 +14,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int backspace = 8;
+
+} // namespace
+
 frm_Calculator::frm_Calculator(Prompts &prompts, const QString &itemName, const QString &unitPrice, QWidget *parent)
     : KeyedDialog(parent), m_prompts(prompts), m_unitPrice(unitPrice), m_number(new QLabel), m_price(new QLabel)
 {
@@ -133,8 +139,10 @@ void frm_Calculator::takeOver()
 
 bool frm_Calculator::takeKey(const QKeyEvent &event)
 {
-    const QString changed = digitsAfterKey(number(), codeOf(event));
-    if (changed == m_number->text())
+    const int code = codeOf(event);
+    const QString changed = digitsAfterKey(number(), code);
+    const bool takesBackPreset = m_isPreset && code == backspace;
+    if (changed == number() && !takesBackPreset)
         return false;
     showNumber(changed);
     return true;

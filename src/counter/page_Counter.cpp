@@ -39,6 +39,12 @@ QLabel *namedLabel(const QString &name, double size = 1, bool bold = false)
     return label;
 }
 
+/// Keys that come to the window are this box's.
+bool isTypedIn(const QWidget *box)
+{
+    return box->window()->focusWidget() == box;
+}
+
 /// What stands beside a line: for whom the hour is, or why it cannot be paid.
 QString noteOf(const PaymentLine &line, std::size_t index, const std::vector<RefusedLine> &refused)
 {
@@ -357,7 +363,7 @@ bool page_Counter::takeKey(const QKeyEvent &event)
     if (takeScan(event))
         return true;
     const bool plus = event.key() == Qt::Key_Plus && event.modifiers() & Qt::KeypadModifier;
-    if (plus || (event.key() == Qt::Key_P && !m_find->hasFocus() && modifiers != Qt::ControlModifier)) {
+    if (plus || (event.key() == Qt::Key_P && !isTypedIn(m_find) && modifiers != Qt::ControlModifier)) {
         if (!event.isAutoRepeat())
             m_actions->pay();
         return true;
@@ -367,7 +373,7 @@ bool page_Counter::takeKey(const QKeyEvent &event)
 
 bool page_Counter::takeFindKey(const QKeyEvent &event)
 {
-    const bool finding = m_find->hasFocus();
+    const bool finding = isTypedIn(m_find);
     if (!finding && event.text() == u"/") {
         m_find->setFocus(Qt::ShortcutFocusReason);
         m_find->selectAll();
@@ -398,7 +404,7 @@ bool page_Counter::takeScan(const QKeyEvent &event)
             return false;
         m_scan.take(text.front());
         // Digits are searched for nowhere else, but typed where there is something to type in.
-        return text.front().isDigit() && !m_find->hasFocus() && !m_quantity->hasFocus();
+        return text.front().isDigit() && !isTypedIn(m_find) && !isTypedIn(m_quantity);
     }
     const QString digits = m_scan.end();
     const StoreItem *item = digits.isEmpty() ? nullptr : m_items.itemOfKey(digits);
