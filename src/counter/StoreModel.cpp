@@ -35,8 +35,8 @@ void StoreModel::choose()
 
 const StoreItem *StoreModel::itemOfKey(const QString &key) const
 {
-    const auto found =
-        std::ranges::find_if(m_items, [&](const StoreItem &item) { return !item.key.compare(key, Qt::CaseInsensitive); });
+    const auto found = std::ranges::find_if(
+        m_items, [&](const StoreItem &item) { return !item.key.compare(key, Qt::CaseInsensitive); });
     return found == m_items.end() ? nullptr : &*found;
 }
 

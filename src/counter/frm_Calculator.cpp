@@ -32,8 +32,7 @@ frm_Calculator::frm_Calculator(Prompts &prompts, const QString &itemName, const 
     auto *keys = new DigitKeys(u"lbl_Key_"_s, {}, {});
     connect(keys, &DigitKeys::keyed, this,
             [this](const QString &digit) { showNumber(numberAfterPad(number(), digit.front())); });
-    connect(keys, &DigitKeys::takenBack, this,
-            [this] { showNumber(number().chopped(!number().isEmpty())); });
+    connect(keys, &DigitKeys::takenBack, this, [this] { showNumber(number().chopped(!number().isEmpty())); });
     auto *layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     layout->setContentsMargins(24, 16, 24, 16);

@@ -112,8 +112,7 @@ QWidget *page_Counter::makeList()
     connect(m_bringBack, &QPushButton::clicked, m_actions, &TillActions::bringBack);
     m_cart = new RowsTable(u"ListView_Cart"_s, u"Payment list"_s,
                            {u"Payment list"_s, u"Price"_s, u"Quantity"_s, u"Total"_s, QString()});
-    m_cart->fitColumns(
-        {u"Field Number 16 00/00/0000 00:00"_s, u"00000.00"_s, u"Quantity"_s, u"00000.00"_s, QString()});
+    m_cart->fitColumns({u"Field Number 16 00/00/0000 00:00"_s, u"00000.00"_s, u"Quantity"_s, u"00000.00"_s, QString()});
     m_cart->verticalHeader()->setDefaultSectionSize(touchHeight - space);
 
     auto *side = new QWidget;
@@ -202,8 +201,8 @@ QLayout *page_Counter::makeButtons()
     auto *other = new QHBoxLayout;
     addButton(*other, u"btn_NoSale"_s, u"&No sale"_s, u"drawer"_s, &TillActions::noSale);
     addButton(*other, u"btn_PrintOldReceipt"_s, u"Print &old receipt…"_s, u"receipt"_s, &TillActions::printOldReceipt);
-    QPushButton *last = addButton(*other, u"btn_PrintLastReceipt"_s, u"Last receipt"_s, u"receipt"_s,
-                                  &TillActions::printLastReceipt);
+    QPushButton *last =
+        addButton(*other, u"btn_PrintLastReceipt"_s, u"Last receipt"_s, u"receipt"_s, &TillActions::printLastReceipt);
     last->setShortcut(Qt::CTRL | Qt::Key_P);
     last->setToolTip(u"Prints the receipt of the last sale (Ctrl+P)"_s);
     auto *left = new QVBoxLayout;
@@ -228,6 +227,12 @@ void page_Counter::load()
 {
     RefreshStore();
     m_actions->open();
+}
+
+void page_Counter::refresh()
+{
+    RefreshStore();
+    m_store->setFocus(Qt::OtherFocusReason);
 }
 
 void page_Counter::RefreshStore()
@@ -288,7 +293,8 @@ void page_Counter::showHeld()
     for (std::size_t i = 0; i < held.size(); ++i) {
         QAction *entry = m_heldMenu->addAction(held[i].name + u"\t"_s + held[i].list.total());
         entry->setObjectName(u"mnu_Held_"_s + QString::number(i));
-        connect(entry, &QAction::triggered, m_actions, [this, i] { m_actions->recall(i); }, Qt::QueuedConnection);
+        connect(
+            entry, &QAction::triggered, m_actions, [this, i] { m_actions->recall(i); }, Qt::QueuedConnection);
     }
 }
 

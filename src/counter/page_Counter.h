@@ -26,7 +26,8 @@ public:
     void load();
     /// Reads the items (tbl_item), quietly; when that fails those that are shown stay.
     void RefreshStore();
-    void refresh() override { RefreshStore(); }
+    /// The keys begin in the list of items, where letters pay and digits are a scanner's, not in the find box.
+    void refresh() override;
     void showTime(const QString &timeText) override;
     /// Alt+F, P and the plus of the number pad, F1 to F16, "/" and Esc of the find box, and what a scanner types.
     bool takeKey(const QKeyEvent &event) override;

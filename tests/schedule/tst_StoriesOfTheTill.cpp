@@ -1,6 +1,5 @@
 #include "support/Story.h"
 
-
 #include <QLabel>
 #include <QTableView>
 
@@ -157,9 +156,10 @@ private Q_SLOTS:
         login();
         play(u"select 16:00 | click btn_Paid | page 1 | see lbl_TotalPrice 40.00"_s);
         m_server.exec(u"UPDATE tbl_booking SET b_paid=40"_s);
-        script(u"key P | type txt_e 5000 | click btn_OK | answer Field 7 16:00 was paid at another counter\n\nNothing was "
-               "recorded. Remove what has changed and pay again. | closed frm_Change"_s);
-        expect(u"⚠ Field 7 16:00 was paid at another counter"_s,
+        script(
+            u"key P | type txt_e 5000 | click btn_OK | answer pitch6 16:00 was paid at another counter\n\nNothing was "
+            "recorded. Remove what has changed and pay again. | closed frm_Change"_s);
+        expect(u"⚠ pitch6 16:00 was paid at another counter"_s,
                [] { return rowsOf(cart, 5).section(u" 1 40.00 "_s, 1); });
         play(u"click btn_Delete | see lbl_TotalPrice 0.00"_s);
         QCOMPARE(sales(), QString());
@@ -174,11 +174,12 @@ private Q_SLOTS:
                "see lbl_Amount $ 40.00 | click btn_Close | closed frm_PrintReceipt | select 16:00 | click btn_Paid | "
                "page 1 | key P | click btn_Exact | click btn_OK"_s);
         gone();
-        script(u"click btn_PrintReceipt | see lbl_ReceiptNumber NO A 0001 | see lbl_Title OFFICIAL RECEIPT | "
-               "see lbl_Description_0 Field Number 7 14/11/2026 16:00 | click btn_Close | closed frm_PrintReceipt | "
-               "click btn_Close | closed frm_Change | click btn_PrintOldReceipt | type txt_Answer 7 | enter txt_Answer | "
-               "answer No transaction by that number | click btn_PrintOldReceipt | type txt_Answer 1 | enter txt_Answer | "
-               "see lbl_Amount $ 40.00 | click btn_Close | closed frm_PrintReceipt"_s);
+        script(
+            u"click btn_PrintReceipt | see lbl_ReceiptNumber NO A 0001 | see lbl_Title OFFICIAL RECEIPT | "
+            "see lbl_Description_0 Field Number 7 14/11/2026 16:00 | click btn_Close | closed frm_PrintReceipt | "
+            "click btn_Close | closed frm_Change | click btn_PrintOldReceipt | type txt_Answer 7 | enter txt_Answer | "
+            "answer No transaction by that number | click btn_PrintOldReceipt | type txt_Answer 1 | enter txt_Answer | "
+            "see lbl_Amount $ 40.00 | click btn_Close | closed frm_PrintReceipt"_s);
         play(u"errors 1"_s);
         QCOMPARE(rows(u"SELECT b_invoice FROM tbl_booking ORDER BY b_datetime"_s), u"1, 0"_s);
         QCOMPARE(rows(u"SELECT log_do FROM tbl_log WHERE log_do LIKE '%Printed%'"_s),
