@@ -97,7 +97,8 @@ void Operation::lookWhetherItStands(const DbError &lost)
             if (connection.query(m_proof).size() == 0)
                 throw NotDone(m_words +
                               u" was not recorded: the connection to the database was lost. Please try again."_s);
-            m_station.prompts.inform(m_words + u" was recorded"_s + (m_recordedAs.isEmpty() ? QString() : u' ' + m_recordedAs) +
+            m_station.prompts.inform(m_words + u" was recorded"_s +
+                                     (m_recordedAs.isEmpty() ? QString() : u' ' + m_recordedAs) +
                                      u", although the database's answer was lost."_s);
             return;
         } catch (const GivenUp &) {

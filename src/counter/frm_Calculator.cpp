@@ -40,6 +40,9 @@ frm_Calculator::frm_Calculator(Prompts &prompts, const QString &itemName, const 
     layout->addWidget(head(itemName));
     layout->addWidget(keys);
     layout->addWidget(buttons());
+    auto *ok = findChild<QPushButton *>(u"lbl_OK"_s);
+    setTabOrder(ok, findChild<QPushButton *>(u"btn_Cancel"_s));
+    ok->setFocus();
     watchKeys();
     showNumber({});
 }
@@ -99,8 +102,6 @@ QWidget *frm_Calculator::buttons()
     layout->setSpacing(8);
     layout->addWidget(cancel);
     layout->addWidget(ok);
-    setTabOrder(ok, cancel);
-    ok->setFocus();
     return row;
 }
 

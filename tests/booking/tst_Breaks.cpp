@@ -124,9 +124,8 @@ private:
 
     [[nodiscard]] QStringList tables() const
     {
-        return m_server.rows(
-                   u"SELECT b_datetime, b_field, b_bookername, b_shared, b_extratime, b_specialrate, b_paid "
-                   "FROM tbl_booking ORDER BY b_id"_s) +
+        return m_server.rows(u"SELECT b_datetime, b_field, b_bookername, b_shared, b_extratime, b_specialrate, b_paid "
+                             "FROM tbl_booking ORDER BY b_id"_s) +
                m_server.rows(u"SELECT m_datetime, m_field, m_remark, m_job, m_staff FROM tbl_remark ORDER BY m_id"_s) +
                m_server.rows(u"SELECT w_bookername FROM tbl_waitlist UNION ALL SELECT i_currentstock FROM tbl_item"_s) +
                m_server.rows(u"SELECT c_transaction, c_item, c_itemtotal FROM tbl_counter1 ORDER BY c_id"_s);

@@ -46,6 +46,7 @@ class tst_Settlement : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { qputenv("XDG_CONFIG_HOME", m_folder.path().toUtf8()); }
     void init() { m_server.freshDatabase(); }
 
     void totals_data()
@@ -379,6 +380,7 @@ private:
     }
 
     PrivateServer m_server;
+    QTemporaryDir m_folder;
 };
 
 QTEST_GUILESS_MAIN(tst_Settlement)

@@ -82,7 +82,7 @@ QString DeedCounter::attempt(const QStringList &words)
     if (what == u"clear")
         return orDone(doCancel(station, u"anna"_s, {slot, name, reason}).refusalText());
     if (what == u"sell")
-        return sell({slot, name});
+        return sell({slot, name, named(name).rateType});
     const QString row = u'>' + slot.hourText + u' ' + name;
     const DaySelection grid = drawnDay(day, slot.field, {row});
     bool isDone = false;
