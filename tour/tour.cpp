@@ -64,6 +64,7 @@ public:
         changeRate();
         fillFromWaitingList();
         blockBook();
+        sell();
         switchLights();
         const bool ok = m_driver.run();
         if (!ok)
@@ -266,6 +267,59 @@ private:
         m_driver.click(u"btn_Close"_s);
         m_driver.awaitClosed(u"frm_BlockBookingResult"_s);
         picture(u"day-after-block-booking"_s);
+    }
+
+    void choose(Qt::Key key, Qt::Key quantity)
+    {
+        m_driver.pressKey(u"ListView_Store"_s, key);
+        m_driver.awaitWindow(u"frm_Calculator"_s);
+        m_driver.pressKey(u"lbl_OK"_s, quantity);
+    }
+
+    void addToList(Qt::Key key, Qt::Key quantity)
+    {
+        choose(key, quantity);
+        m_driver.click(u"lbl_OK"_s);
+        m_driver.awaitClosed(u"frm_Calculator"_s);
+    }
+
+    void sell()
+    {
+        m_driver.selectRows(grid, {midnightRow});
+        m_driver.click(u"btn_Paid"_s);
+        m_driver.answer(u"The customer got member rate"_s);
+        m_driver.answer(u"The customer got extra time"_s);
+        m_driver.step(u"counter page"_s, [] { WindowDriver::control<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(1); });
+        addToList(Qt::Key_F1, Qt::Key_4);
+        addToList(Qt::Key_F9, Qt::Key_2);
+        choose(Qt::Key_F16, Qt::Key_2);
+        picture(u"keypad"_s);
+        m_driver.click(u"lbl_OK"_s);
+        m_driver.awaitClosed(u"frm_Calculator"_s);
+        picture(u"till"_s);
+        m_driver.type(u"txt_Find"_s, u"roll"_s);
+        picture(u"find"_s);
+        m_driver.pressKey(u"txt_Find"_s, Qt::Key_Escape);
+        m_driver.click(u"btn_Pay"_s);
+        m_driver.awaitWindow(u"frm_Change"_s);
+        m_driver.type(u"txt_e"_s, u"5000"_s);
+        picture(u"still-to-pay"_s);
+        m_driver.type(u"txt_e"_s, u"10000"_s);
+        picture(u"change"_s);
+        m_driver.click(u"btn_OK"_s);
+        m_driver.await(u"the sale"_s, [] {
+            const auto *close = WindowDriver::control<QAbstractButton>(u"btn_Close"_s);
+            return close && close->isEnabled();
+        });
+        picture(u"sold"_s);
+        m_driver.click(u"btn_PrintReceipt"_s);
+        m_driver.awaitWindow(u"frm_PrintReceipt"_s);
+        picture(u"receipt"_s);
+        m_driver.click(u"btn_Close"_s);
+        m_driver.awaitClosed(u"frm_PrintReceipt"_s);
+        m_driver.click(u"btn_Close"_s);
+        m_driver.awaitClosed(u"frm_Change"_s);
+        picture(u"next-customer"_s);
     }
 
     void switchLights()
