@@ -16,6 +16,7 @@ namespace {
 constexpr int lineHeight = 44;
 constexpr int bandHeight = 30;
 constexpr int side = 8;
+constexpr double textSize = 1.15;
 
 /// Paints a cell below the band of its group.
 class BelowBand : public QStyledItemDelegate
@@ -43,7 +44,15 @@ public:
                 painter->restore();
             }
         }
+        const QRect whole = cell.rect;
+        cell.rect.adjust(side, 0, -side, 0);
+        if (option.state & QStyle::State_Selected)
+            painter->fillRect(whole, option.palette.highlight());
         QStyledItemDelegate::paint(painter, cell, index);
+        painter->save();
+        painter->setPen(option.palette.color(QPalette::Midlight));
+        painter->drawLine(whole.bottomLeft(), whole.bottomRight());
+        painter->restore();
     }
 };
 
@@ -60,6 +69,10 @@ StoreView::StoreView(StoreModel &model, QWidget *parent) : QTableView(parent), m
     setEditTriggers(NoEditTriggers);
     setTabKeyNavigation(false);
     setWordWrap(false);
+    setShowGrid(false);
+    QFont large = font();
+    large.setPointSizeF(large.pointSizeF() * textSize);
+    setFont(large);
     setVerticalScrollMode(ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -67,9 +80,9 @@ StoreView::StoreView(StoreModel &model, QWidget *parent) : QTableView(parent), m
     QHeaderView *heads = horizontalHeader();
     heads->setHighlightSections(false);
     heads->setSectionResizeMode(StoreModel::Name, QHeaderView::Stretch);
-    const auto width = [this](const QString &text) { return fontMetrics().horizontalAdvance(text) + 3 * side; };
+    const auto width = [this](const QString &text) { return fontMetrics().horizontalAdvance(text) + 4 * side; };
     heads->resizeSection(StoreModel::Price, width(u"00000.00"_s));
-    heads->resizeSection(StoreModel::Key, width(u"0000000000000"_s));
+    heads->resizeSection(StoreModel::Key, width(u"00000000000"_s));
     heads->resizeSection(StoreModel::Stock, width(u"sold out"_s));
     connect(&model, &QAbstractItemModel::modelReset, this, &StoreView::layOutRows);
 }

@@ -114,6 +114,8 @@ QWidget *page_Counter::makeList()
                            {u"Payment list"_s, u"Price"_s, u"Quantity"_s, u"Total"_s, QString()});
     m_cart->fitColumns({u"Field Number 16 00/00/0000 00:00"_s, u"00000.00"_s, u"Quantity"_s, u"00000.00"_s, QString()});
     m_cart->verticalHeader()->setDefaultSectionSize(touchHeight - space);
+    m_cart->setShowGrid(false);
+    m_cart->setAlternatingRowColors(true);
 
     auto *side = new QWidget;
     auto *layout = new QVBoxLayout(side);
