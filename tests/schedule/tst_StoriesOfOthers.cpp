@@ -258,13 +258,6 @@ private Q_SLOTS:
     }
 
 private:
-    void startBehind(const CuttingProxy &proxy)
-    {
-        const QString path = ConnectionOptions::parse(proxy.connectionString()).server;
-        writeSettings(centre(m_server, {{u"database_server"_s, path}}));
-        start();
-    }
-
     /// What counter 2 does, as DeedCounter says it.
     void other(const QString &deeds)
     {

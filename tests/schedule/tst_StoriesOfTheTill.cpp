@@ -1,6 +1,9 @@
+#include "support/CuttingProxy.h"
+#include "support/DrawnRows.h"
 #include "support/Story.h"
 
-#include <QLabel>
+#include <QAbstractButton>
+#include <QMessageBox>
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
@@ -147,6 +150,68 @@ private Q_SLOTS:
         gone();
         play(u"click btn_Close | closed frm_Change | see lbl_TotalPrice "_s);
         QCOMPARE(sales(), u"1 40"_s);
+    }
+
+    void answerLost_data()
+    {
+        // What became of the commit; what staff are told.
+        drawnRows(uR"(
+            unsent     | The sale was not recorded: the connection to the database was lost. Please try again.
+            unanswered | The sale was recorded as transaction 1, although the database's answer was lost.
+            unknown    | The payment list of 14:59 was recorded as transaction 1.
+        )"_s);
+    }
+
+    void answerLost()
+    {
+        const auto [told] = cells<1>();
+        const QByteArray way = QTest::currentDataTag();
+        stock();
+        CuttingProxy proxy(m_server);
+        startBehind(proxy);
+        script(logIn + u" | key F2"_s);
+        keys(u"2"_s);
+        script(u"enter lbl_OK | closed frm_Calculator | click btn_Pay | type txt_e 500"_s);
+        d->step(u"the commit goes"_s, [&, way] {
+            proxy.cutAt(u"COMMIT"_s, way == "unsent" ? CuttingProxy::Cut::Unsent : CuttingProxy::Cut::Unanswered,
+                        way == "unknown");
+        });
+        script(u"press btn_OK"_s);
+        if (way == "unknown") {
+            d->await(u"nobody knows"_s, [] { return textOf(u"frm_Message"_s) != u"-"; });
+            d->step(u"ok"_s,
+                    [] { WindowDriver::control<QMessageBox>(u"frm_Message"_s)->button(QMessageBox::Ok)->click(); });
+            script(u"settled"_s);
+            d->step(u"the network is back"_s, [&] { proxy.pass(); });
+            script(u"press btn_OK"_s);
+        }
+        script(u"answer "_s + told);
+        if (way == "unsent")
+            script(u"settled | press btn_OK"_s);
+        gone();
+        play(u"click btn_Close | closed frm_Change | see lbl_TotalPrice "_s);
+        QCOMPARE(sales(), u"1 5"_s);
+    }
+
+    // A power cut between the commit and the customer's change, or before anybody heard of the commit.
+    void crashAroundTheCommit()
+    {
+        stock();
+        login();
+        script(u"key F2"_s);
+        keys(u"2"_s);
+        play(u"enter lbl_OK | closed frm_Calculator | click btn_Pay | type txt_e 500 | click btn_OK | "
+             "error Unknown Error | see btn_Close &Close"_s);
+        crash();
+        login();
+        script(u"key F2"_s); // nothing came back
+        keys(u"1"_s);
+        play(u"enter lbl_OK | closed frm_Calculator | see lbl_TotalPrice 2.50"_s);
+        crash();
+        m_server.exec(u"INSERT INTO tbl_counter1 SET c_datetime='2026-11-14 14:59:59', c_item='Cola', c_itemprice=2.5, "
+                      "c_itemquantity=1, c_itemtotal=2.5, c_transaction=2"_s);
+        login();
+        play(u"answer The payment list of 14:59 was recorded as transaction 2. | page 1 | see lbl_TotalPrice "_s);
     }
 
     void soldElsewhere()

@@ -1,8 +1,10 @@
 #include "support/Story.h"
 
 #include "app/BusinessDay.h"
+#include "app/ConnectionOptions.h"
 #include "plan/LayoutPlan.h"
 #include "schedule/DayModel.h"
+#include "support/CuttingProxy.h"
 
 #include <QFile>
 #include <QHelpEvent>
@@ -124,6 +126,13 @@ void Story::start()
 {
     m_program = std::make_unique<Program>([this] { return m_now; });
     QVERIFY(m_program->start());
+}
+
+void Story::startBehind(const CuttingProxy &proxy)
+{
+    const QString path = ConnectionOptions::parse(proxy.connectionString()).server;
+    writeSettings(centre(m_server, {{u"database_server"_s, path}}));
+    start();
 }
 
 void Story::script(const QString &steps)

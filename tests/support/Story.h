@@ -42,6 +42,8 @@ private:
     qint64 m_longest = 0;
 };
 
+class CuttingProxy;
+
 /// The language of the stories: what happens at a counter in the real windows, on 14 November 2026, from 14:59:59.
 class Story : public QObject
 {
@@ -57,6 +59,7 @@ protected:
 
     void writeSettings(const QByteArray &text) const;
     void start();
+    void startBehind(const CuttingProxy &proxy);
     /// Adds steps, separated by " | ", each a word and what it is about; see the words in perform().
     void script(const QString &steps);
     void perform(const QString &word, const QString &about);
