@@ -49,7 +49,7 @@ class Confirming : public Prompts
 {
 public:
     void refuse(const QString &text, const QString & /*title*/) override { fail(text); }
-    void inform(const QString &text, const QString & /*title*/) override { fail(text); }
+    void inform(const QString &text, const QString & /*title*/, MessageIcon /*icon*/) override { fail(text); }
     Answer ask(const Question &question) override { return question.buttons.front(); }
     QString askText(const QString &question, int /*maxLength*/, const QString & /*title*/) override { return question; }
     std::optional<Verification> verifyStaff(const QString & /*what*/) override

@@ -53,8 +53,8 @@ public:
 
     /// A message with the critical icon. An empty title is the program's.
     virtual void refuse(const QString &text, const QString &title = {}) = 0;
-    /// A plain message.
-    virtual void inform(const QString &text, const QString &title = {}) = 0;
+    virtual void inform(const QString &text, const QString &title = {},
+                        MessageIcon icon = MessageIcon::Information) = 0;
     /// The button that was pressed.
     virtual Answer ask(const Question &question) = 0;
     /// A yes/no question; the harmless answer "no" is the default.

@@ -85,9 +85,9 @@ void QtPrompts::refuse(const QString &text, const QString &title)
     ask({text, title, MessageIcon::Critical, {Answer::Ok}, Answer::Ok});
 }
 
-void QtPrompts::inform(const QString &text, const QString &title)
+void QtPrompts::inform(const QString &text, const QString &title, MessageIcon icon)
 {
-    ask({text, title, MessageIcon::Information, {Answer::Ok}, Answer::Ok});
+    ask({text, title, icon, {Answer::Ok}, Answer::Ok});
 }
 
 QString QtPrompts::askText(const QString &question, int maxLength, const QString &title)

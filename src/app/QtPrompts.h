@@ -14,7 +14,7 @@ public:
     void setStation(Station &station) { m_station = &station; }
 
     void refuse(const QString &text, const QString &title = {}) override;
-    void inform(const QString &text, const QString &title = {}) override;
+    void inform(const QString &text, const QString &title = {}, MessageIcon icon = MessageIcon::Information) override;
     Answer ask(const Question &question) override;
     QString askText(const QString &question, int maxLength, const QString &title = {}) override;
     std::optional<Verification> verifyStaff(const QString &what) override;

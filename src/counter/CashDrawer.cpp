@@ -28,19 +28,20 @@ void CashDrawer::setLine()
         m_port.Settings(m_station.settings.drawerText);
 }
 
-void CashDrawer::openOnce()
+bool CashDrawer::openOnce()
 {
     if (!exists() || !m_mark.isEmpty())
-        return;
+        return false;
     choosePort();
     m_port.InputLen(0);
     if (m_port.PortOpen()) {
-        m_station.prompts.inform(u"Cannot found drawer"_s);
-        return;
+        m_station.prompts.inform(u"Cannot found drawer"_s, {}, MessageIcon::None);
+        return false;
     }
     m_port.PortOpen(true);
     m_mark = u"FirstDone"_s;
     m_port.Output(m_station.settings.drawerCommand);
+    return true;
 }
 
 void CashDrawer::openAfterSale()

@@ -13,7 +13,8 @@ public:
 
     /// For a window that opens the drawer when it comes up: once, however often it is called. Says "Cannot found
     /// drawer" when this port is open already.
-    void openOnce();
+    /// False when nothing was opened now.
+    bool openOnce();
     /// After a sale: opens the drawer each time, on a port that stays open.
     void openAfterSale();
 

@@ -32,7 +32,20 @@ int KeyedDialog::codeOf(const QKeyEvent &event)
 
 bool KeyedDialog::handles(const QKeyEvent &event)
 {
-    return isDeaf() || (event.isAutoRepeat() && isPressing(event)) || takeKey(event);
+    return isDeaf() || (event.isAutoRepeat() && isPressing(event)) || endsScan(event) || takeKey(event);
+}
+
+bool KeyedDialog::endsScan(const QKeyEvent &event)
+{
+    if (event.key() != Qt::Key_Return && event.key() != Qt::Key_Enter) {
+        m_scan.take(event);
+        return false;
+    }
+    const QString digits = m_scan.end(event);
+    if (digits.size() < ScanReader::shortestCode)
+        return false;
+    takeScan(digits);
+    return true;
 }
 
 bool KeyedDialog::eventFilter(QObject *watched, QEvent *event)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "counter/ScanReader.h"
+
 #include <QDialog>
 
 class QKeyEvent;
@@ -18,6 +20,8 @@ protected:
     void watchKeys();
     /// The window's own keys; true for one that goes no further.
     virtual bool takeKey(const QKeyEvent &event) = 0;
+    /// A scanner's digits and Enter are no amount and press nothing; what they typed is to be taken back.
+    virtual void takeScan(const QString &digits) = 0;
     /// Whether presses are forgotten now, of the mouse too.
     [[nodiscard]] virtual bool isDeaf() const { return false; }
 
@@ -31,4 +35,7 @@ protected:
 
 private:
     bool handles(const QKeyEvent &event);
+    bool endsScan(const QKeyEvent &event);
+
+    ScanReader m_scan;
 };

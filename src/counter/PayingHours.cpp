@@ -35,7 +35,7 @@ void payHours(Station &station, const DaySelection &selection, const PaymentList
         const SlotKey slot = selection.slotOf(row);
         const SlotPrice price = priceOfSlot(station, slot);
         if (list.holds(slot)) {
-            station.prompts.inform(u"Already in the payment list"_s);
+            station.prompts.inform(u"Already in the payment list"_s, {}, MessageIcon::None);
             return;
         }
         add({slot, row.booker, price.rateType, price.extraMinutes}, price);

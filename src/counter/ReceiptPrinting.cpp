@@ -53,8 +53,15 @@ void ReceiptPrinting::print(const Receipt &receipt, QWidget *over)
     });
 }
 
+// While an answer of the database is waited for, no window can be answered.
 void ReceiptPrinting::goOn(const Receipt &receipt, std::optional<bool> isAny, const QPointer<QWidget> &over)
 {
+    if (!over)
+        return; // whoever wanted it has gone on
+    if (m_station.database.isWaiting()) {
+        QTimer::singleShot(untilAsked, this, [=, this] { goOn(receipt, isAny, over); });
+        return;
+    }
     guarded(m_station.prompts, ErrorCode::Unknown, [&] {
         if (isAny.value_or(false))
             choosePrinter(receipt, over);

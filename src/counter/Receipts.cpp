@@ -108,6 +108,6 @@ std::optional<Receipt> askForOldReceipt(Station &station)
         return std::nullopt;
     auto receipt = receiptOfTransaction(station, leadingNumber(answer));
     if (!receipt)
-        station.prompts.inform(u"No transaction by that number"_s);
+        station.prompts.inform(u"No transaction by that number"_s, {}, MessageIcon::None);
     return receipt;
 }

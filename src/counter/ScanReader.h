@@ -1,36 +1,41 @@
 #pragma once
 
-#include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QString>
 
-/// Tells the digits of a scanner, which end with Enter, from what is typed by the way: they follow each other quickly.
+#include <utility>
+
+/// Tells the digits of a scanner, which end with Enter, from what is typed by the way: they follow each other quickly,
+/// by the moments at which they were pressed.
 class ScanReader
 {
 public:
-    /// A character that was pressed now.
-    void take(QChar character)
+    /// What has so many digits is no amount and no quantity, but a code.
+    static constexpr qsizetype shortestCode = 8;
+
+    void take(const QKeyEvent &event)
     {
-        if (!isQuick())
+        if (event.text().isEmpty())
+            return;
+        const QChar character = event.text().front();
+        if (!isQuick(event) || !character.isDigit())
             m_digits.clear();
-        m_since.start();
+        m_last = event.timestamp();
         if (character.isDigit())
             m_digits += character;
-        else
-            m_digits.clear();
     }
 
-    /// Enter was pressed now: the digits before it, empty for none.
-    QString end()
+    /// Enter was pressed: the digits before it, empty for none.
+    QString end(const QKeyEvent &event)
     {
-        const QString digits = isQuick() ? m_digits : QString();
-        m_digits.clear();
-        return digits;
+        const QString digits = std::exchange(m_digits, {});
+        return isQuick(event) ? digits : QString();
     }
 
 private:
-    [[nodiscard]] bool isQuick() const { return m_since.isValid() && m_since.elapsed() < longestGap; }
+    [[nodiscard]] bool isQuick(const QKeyEvent &event) const { return event.timestamp() - m_last < longestGap; }
 
-    static constexpr qint64 longestGap = 300; // milliseconds
+    static constexpr quint64 longestGap = 300; // milliseconds
     QString m_digits;
-    QElapsedTimer m_since;
+    quint64 m_last = 0;
 };

@@ -78,11 +78,18 @@ QStringList locksOf(const Station &station, const PaymentList &list)
     return locks;
 }
 
-// Names may hold what stands for any text in a LIKE.
+// Names come from the tables here and may hold what nobody can type.
+QString literal(QString text)
+{
+    text.replace(u'\\', u"\\\\"_s);
+    return EscapeQuotes(text);
+}
+
+// The text itself, whatever stands for any text in a LIKE.
 QString exactPattern(QString text)
 {
-    EscapeQuotes(text);
-    return text.replace(u'%', u"\\%"_s).replace(u'_', u"\\_"_s);
+    text.replace(u'\\', u"\\\\"_s).replace(u'%', u"\\%"_s).replace(u'_', u"\\_"_s);
+    return literal(text);
 }
 
 /// The statements of one sale.
@@ -147,7 +154,7 @@ private:
         }
         insert(sql(u"INSERT INTO %1 SET c_datetime='%2', c_item='%3', c_itemprice='%4', c_itemquantity='%5', "
                    "c_itemtotal='%6', c_transaction='%7', c_special='%8', c_receipt='', c_staffid='%9'"_s,
-                   table(), moment, quoted(line.text), line.price, line.quantity, total, int(transaction), rateType,
+                   table(), moment, literal(line.text), line.price, line.quantity, total, int(transaction), rateType,
                    quoted(m_station.CurrentStaff)),
                sql(u"c_transaction=%1 AND c_datetime='%2'"_s, int(transaction), moment));
         m_operation.execute(sql(u"UPDATE tbl_item SET i_currentstock=i_currentstock-%1 WHERE i_name LIKE '%2'"_s,
@@ -172,13 +179,25 @@ private:
     void countHour(const QString &rateType, const QString &booker)
     {
         if (rateType == RateType::member)
-            m_operation.execute(sql(u"UPDATE tbl_member SET m_hour=m_hour+1 WHERE m_name='%1'"_s, quoted(booker)));
+            m_operation.execute(sql(u"UPDATE tbl_member SET m_hour=m_hour+1 WHERE m_name='%1'"_s, literal(booker)));
         else if (rateType == RateType::student)
-            m_operation.execute(sql(u"UPDATE tbl_student SET st_hour=st_hour+1 WHERE st_name='%1'"_s, quoted(booker)));
+            m_operation.execute(sql(u"UPDATE tbl_student SET st_hour=st_hour+1 WHERE st_name='%1'"_s, literal(booker)));
         for (int group = 1; group <= m_station.settings.SpecialGroupLimit; ++group)
             if (rateType == RateType::specialGroup(group))
-                m_operation.execute(
-                    sql(u"UPDATE tbl_specialgroup%1 SET m_hour=m_hour+1 WHERE m_name='%2'"_s, group, quoted(booker)));
+                countGroupHour(group, booker);
+    }
+
+    // A group may be gone while its rate stands in old bookings: that keeps nobody from paying.
+    void countGroupHour(int group, const QString &booker)
+    {
+        constexpr unsigned noSuchTable = 1146;
+        try {
+            m_operation.execute(
+                sql(u"UPDATE tbl_specialgroup%1 SET m_hour=m_hour+1 WHERE m_name='%2'"_s, group, literal(booker)));
+        } catch (const DbError &error) {
+            if (error.number() != noSuchTable)
+                throw;
+        }
     }
 
     [[nodiscard]] QString table() const { return counterTable(u"tbl_counter"_s, counter()); }

@@ -35,14 +35,10 @@ void StoreModel::choose()
 
 const StoreItem *StoreModel::itemOfKey(const QString &key) const
 {
+    if (key.isEmpty())
+        return nullptr;
     const auto found = std::ranges::find_if(
         m_items, [&](const StoreItem &item) { return !item.key.compare(key, Qt::CaseInsensitive); });
-    return found == m_items.end() ? nullptr : &*found;
-}
-
-const StoreItem *StoreModel::itemOfName(const QString &name) const
-{
-    const auto found = std::ranges::find(m_items, name, &StoreItem::name);
     return found == m_items.end() ? nullptr : &*found;
 }
 

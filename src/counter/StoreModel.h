@@ -25,7 +25,6 @@ public:
     [[nodiscard]] const StoreItem &item(int row) const { return m_items[m_shown[std::size_t(row)]]; }
     /// Among all items, whatever the find box says; nullptr for none.
     [[nodiscard]] const StoreItem *itemOfKey(const QString &key) const;
-    [[nodiscard]] const StoreItem *itemOfName(const QString &name) const;
     /// The rows that begin a group.
     [[nodiscard]] std::vector<int> headingRows() const;
 

@@ -89,7 +89,12 @@ StoreView::StoreView(StoreModel &model, QWidget *parent) : QTableView(parent), m
 
 void StoreView::layOutRows()
 {
-    for (const int row : m_model.headingRows())
+    // The header keeps the heights of rows that were others before.
+    for (const int row : m_headings)
+        if (row < m_model.rowCount())
+            setRowHeight(row, lineHeight);
+    m_headings = m_model.headingRows();
+    for (const int row : m_headings)
         setRowHeight(row, lineHeight + bandHeight);
 }
 
@@ -126,8 +131,8 @@ void StoreView::mouseDoubleClickEvent(QMouseEvent *event)
 
 void StoreView::keyPressEvent(QKeyEvent *event)
 {
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentIndex().isValid())
-        Q_EMIT chosen(currentIndex().row());
-    else
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
         QTableView::keyPressEvent(event);
+    else if (currentIndex().isValid() && !event->isAutoRepeat())
+        Q_EMIT chosen(currentIndex().row());
 }

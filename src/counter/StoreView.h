@@ -2,6 +2,8 @@
 
 #include <QTableView>
 
+#include <vector>
+
 class StoreModel;
 
 /// The list of items, each group under a band with its type. The band belongs to the group's first row but is none of
@@ -28,5 +30,6 @@ private:
     [[nodiscard]] int rowUnder(const QPoint &position) const;
 
     StoreModel &m_model;
+    std::vector<int> m_headings; ///< rows that are higher by a band
     int m_pressed = -1;
 };

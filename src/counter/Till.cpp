@@ -78,6 +78,12 @@ bool Till::open(const QString &fileName)
     if (!file.open(QIODevice::ReadOnly))
         return true;
     const QJsonObject kept = QJsonDocument::fromJson(file.readAll()).object();
+    if (kept.isEmpty()) {
+        m_damagedFile = fileName + u".damaged"_s;
+        QFile::remove(m_damagedFile);
+        file.rename(m_damagedFile);
+        return true;
+    }
     m_list = listFrom(kept[u"list"].toObject());
     m_begun = momentFrom(kept[u"begun"]);
     m_changed = momentFrom(kept[u"changed"]);

@@ -29,6 +29,8 @@ public:
     bool open(const QString &fileName);
     /// Of the last change: false when the file could not be written.
     [[nodiscard]] bool isKept() const { return m_kept; }
+    /// Where a file that could not be read was put aside; empty for none.
+    [[nodiscard]] const QString &damagedFile() const { return m_damagedFile; }
 
     [[nodiscard]] const PaymentList &list() const { return m_list; }
     /// When the first line was added, and when the list was changed last.
@@ -50,6 +52,7 @@ public:
     void setLastSale(int transaction) { m_lastSale = transaction; }
     /// The list stands as this sale: the file forgets it at once, the list when it is cleared.
     void setSold(int transaction);
+    [[nodiscard]] bool isSold() const { return m_isSold; }
 
     /// The list's settlement ended without anybody knowing whether it stands.
     [[nodiscard]] bool isInDoubt() const { return m_inDoubt; }
@@ -61,6 +64,7 @@ private:
 
     std::function<QDateTime()> m_clock;
     QString m_fileName;
+    QString m_damagedFile;
     std::unique_ptr<QLockFile> m_lock;
     PaymentList m_list;
     QDateTime m_begun;

@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -40,12 +41,17 @@ void TillActions::open()
         m_station.prompts.inform(sql(u"Another copy of this program serves counter %1 here and keeps its payment "
                                      "list. The list of this copy is lost when it ends."_s,
                                      counter));
+    if (!m_till.damagedFile().isEmpty())
+        m_station.prompts.inform(u"The file of the payment list could not be read. It was put aside:\n"_s +
+                                 QDir::toNativeSeparators(m_till.damagedFile()));
     bool recorded = false;
     quietly(m_station.database, [&] { recorded = wasRecorded(); });
-    if (recorded)
-        m_till.clear();
-    else if (!m_till.list().isEmpty())
+    if (recorded) {
+        tellOfRecord();
+        closeSale();
+    } else if (!m_till.list().isEmpty()) {
         m_station.prompts.inform(u"The payment list of "_s + timeOf(m_till.begun()) + u" is back"_s);
+    }
     changed();
 }
 
@@ -53,6 +59,7 @@ bool TillActions::change(const std::function<void(PaymentList &)> &step)
 {
     if (!isOpen() || !guarded(m_station.prompts, ErrorCode::Unknown, [&] { m_till.change(step); }))
         return false;
+    m_thrownAway = {};
     changed();
     return true;
 }
@@ -72,8 +79,10 @@ bool TillActions::isOpen()
     if (!open)
         guarded(m_station.prompts, ErrorCode::Database, [&] {
             open = !wasRecorded();
-            if (!open)
+            if (!open) {
+                tellOfRecord();
                 closeSale();
+            }
         });
     return open;
 }
@@ -87,9 +96,14 @@ bool TillActions::wasRecorded()
     if (!number)
         return false;
     m_till.setSold(*number);
-    m_station.prompts.inform(
-        sql(u"The payment list of %1 was recorded as transaction %2."_s, timeOf(m_till.begun()), int(*number)));
     return true;
+}
+
+void TillActions::tellOfRecord()
+{
+    m_station.prompts.inform(
+        sql(u"The payment list of %1 was recorded as transaction %2."_s, timeOf(m_till.begun()), m_till.lastSale()));
+    Q_EMIT hoursTouched();
 }
 
 void TillActions::closeSale()
@@ -111,18 +125,21 @@ void TillActions::addHours(const DaySelection &selection)
     changed();
 }
 
-void TillActions::addItem(const StoreItem &item, const QString &number)
+QString TillActions::addItem(const StoreItem &item, const QString &number)
 {
     if (item.isMisc()) {
         frm_MiscItem window(m_station.prompts, item.name, m_window);
         if (window.exec() == QDialog::Accepted)
             change([&](PaymentList &list) { list.addMisc(item.name, window.price()); });
-        return;
+        return {};
     }
     frm_Calculator window(m_station.prompts, item.name, item.price, m_window);
     window.preset(number);
-    if (window.exec() == QDialog::Accepted)
+    if (window.exec() == QDialog::Accepted) {
+        Q_EMIT quantityChosen(window.quantity());
         addQuantity(item.name, item.price, window.quantity());
+    }
+    return window.scanned();
 }
 
 void TillActions::addQuantity(const QString &name, const QString &unitPrice, const QString &quantity)
@@ -132,8 +149,17 @@ void TillActions::addQuantity(const QString &name, const QString &unitPrice, con
 
 void TillActions::remove(int line)
 {
-    if (line >= 0)
-        change([line](PaymentList &list) { list.remove(std::size_t(line)); });
+    if (line < 0)
+        return;
+    const auto index = std::size_t(line);
+    std::vector<RefusedLine> refused = m_refused;
+    std::erase_if(refused, [=](const RefusedLine &other) { return other.line == index; });
+    for (RefusedLine &other : refused)
+        other.line -= other.line > index ? 1 : 0;
+    if (!change([index](PaymentList &list) { list.remove(index); }))
+        return;
+    m_refused = std::move(refused);
+    Q_EMIT listChanged();
 }
 
 void TillActions::reset()
@@ -159,6 +185,7 @@ void TillActions::hold()
         m_station.prompts.askText(u"Under which name shall the payment list wait?"_s, longestName, u"Hold"_s).trimmed();
     if (name.isEmpty())
         return;
+    m_thrownAway = {};
     m_till.hold(name);
     changed();
 }
@@ -187,17 +214,25 @@ void TillActions::pay()
 
 bool TillActions::settleList(frm_Change &window)
 {
-    if (wasRecorded())
+    // The grid is read when the change is shown, or the window closed.
+    const auto touched =
+        qScopeGuard([this] { QMetaObject::invokeMethod(this, &TillActions::hoursTouched, Qt::QueuedConnection); });
+    if (m_till.isSold())
         return true;
+    if (wasRecorded()) {
+        tellOfRecord();
+        WriteActivityLog(m_station, m_station.CurrentStaff, u"Sales made, drawer open"_s);
+        return true;
+    }
     m_till.setInDoubt(true); // until it is known what became of it
     Settlement settlement = settle(m_station, m_till.list());
     m_till.setInDoubt(false);
-    if (settlement.transaction)
-        m_till.setSold(*settlement.transaction);
-    else
+    if (!settlement.transaction) {
         refuse(std::move(settlement.refused), window);
-    Q_EMIT hoursTouched();
-    return settlement.transaction.has_value();
+        return false;
+    }
+    m_till.setSold(*settlement.transaction);
+    return true;
 }
 
 void TillActions::refuse(std::vector<RefusedLine> refused, frm_Change &window)
@@ -228,13 +263,13 @@ void TillActions::tellOfHeldLists()
         m_station.prompts.inform(u"Payment lists on hold: "_s + names.join(u", "_s));
 }
 
-void TillActions::print(const std::function<std::optional<Receipt>()> &describe)
+void TillActions::print(const std::function<std::optional<Receipt>()> &describe, bool isShown)
 {
     std::optional<Receipt> receipt;
     if (!guarded(m_station.prompts, ErrorCode::Database, [&] { receipt = describe(); }) || !receipt)
         return;
     QWidget *over = QApplication::activeModalWidget() ? QApplication::activeModalWidget() : m_window;
-    if (ReceiptPrinting::printerWithoutAsking().isEmpty())
+    if (isShown || ReceiptPrinting::printerWithoutAsking().isEmpty())
         frm_PrintReceipt(*receipt, m_printing, over).exec();
     else
         m_printing.print(*receipt, over);
@@ -242,7 +277,7 @@ void TillActions::print(const std::function<std::optional<Receipt>()> &describe)
 
 void TillActions::printOldReceipt()
 {
-    print([this] { return askForOldReceipt(m_station); });
+    print([this] { return askForOldReceipt(m_station); }, true); // there the printer can be chosen anew
 }
 
 void TillActions::printLastReceipt()

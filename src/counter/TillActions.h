@@ -31,7 +31,8 @@ public:
     void addHours(const DaySelection &selection);
     /// Asks for the quantity, or for the price of what has none. A number that is there at the beginning is replaced by
     /// the first digit.
-    void addItem(const StoreItem &item, const QString &number = {});
+    /// Gives the code that was scanned meanwhile, for the next item.
+    QString addItem(const StoreItem &item, const QString &number = {});
     void addQuantity(const QString &name, const QString &unitPrice, const QString &quantity);
     void remove(int line);
     /// Empties the list; bringBack() undoes it until the next line.
@@ -53,6 +54,8 @@ Q_SIGNALS:
     /// Hours were paid or invoiced, or are not what the grid shows.
     void hoursTouched();
     void stockTouched();
+    /// A quantity was keyed, before its line is added.
+    void quantityChosen(const QString &quantity);
     void changeGiven(const QString &change);
 
 private:
@@ -62,10 +65,11 @@ private:
     /// False when the list is a sale already, or nobody can know: then staff have been told.
     bool isOpen();
     bool wasRecorded();
+    void tellOfRecord();
     bool settleList(frm_Change &window);
     void refuse(std::vector<RefusedLine> refused, frm_Change &window);
     void closeSale();
-    void print(const std::function<std::optional<Receipt>()> &describe);
+    void print(const std::function<std::optional<Receipt>()> &describe, bool isShown = false);
 
     Station &m_station;
     QWidget *m_window;

@@ -113,6 +113,7 @@ QString frm_Calculator::quantity() const
 void frm_Calculator::preset(const QString &number)
 {
     showNumber(number);
+    m_presetNumber = number;
     m_isPreset = !number.isEmpty();
 }
 
@@ -146,4 +147,13 @@ bool frm_Calculator::takeKey(const QKeyEvent &event)
         return false;
     showNumber(changed);
     return true;
+}
+
+void frm_Calculator::takeScan(const QString &digits)
+{
+    const QString keyed = m_number->text().chopped(digits.size());
+    showNumber(keyed.isEmpty() ? m_presetNumber : keyed);
+    takeOver();
+    if (!isVisible())
+        m_scanned = digits;
 }

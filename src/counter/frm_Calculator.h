@@ -16,11 +16,14 @@ public:
 
     /// Begins with this number, which the first digit replaces.
     void preset(const QString &number);
+    /// The code that was scanned over the pad: it took over what was keyed, and the next item is wanted.
+    [[nodiscard]] const QString &scanned() const { return m_scanned; }
     /// As it was keyed.
     [[nodiscard]] QString quantity() const;
 
 protected:
     bool takeKey(const QKeyEvent &event) override;
+    void takeScan(const QString &digits) override;
 
 private:
     QWidget *head(const QString &itemName);
@@ -34,5 +37,7 @@ private:
     QString m_unitPrice;
     QLabel *m_number; ///< its text is what was keyed
     QLabel *m_price;
+    QString m_scanned;
+    QString m_presetNumber;
     bool m_isPreset = false; ///< the number was not keyed
 };

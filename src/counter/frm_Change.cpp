@@ -217,6 +217,11 @@ bool frm_Change::isTooSoon() const
     return m_isSettled && m_sincePress.elapsed() < QApplication::doubleClickInterval();
 }
 
+void frm_Change::takeScan(const QString &digits)
+{
+    setDigits(m_ui->txt_e->text().chopped(digits.size()));
+}
+
 bool frm_Change::takeKey(const QKeyEvent &event)
 {
     // A bouncing Enter would close the window before anybody has read the change.

@@ -43,6 +43,7 @@ Q_SIGNALS:
 
 protected:
     bool takeKey(const QKeyEvent &event) override;
+    void takeScan(const QString &digits) override;
     bool isDeaf() const override { return m_isDeaf; }
 
 private:

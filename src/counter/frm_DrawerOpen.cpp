@@ -46,6 +46,7 @@ void frm_DrawerOpen::showEvent(QShowEvent *event)
 
 void frm_DrawerOpen::openDrawer()
 {
-    const bool opened = guarded(m_station.prompts, ErrorCode::LoadingForm, [this] { m_drawer.openOnce(); });
+    bool opened = false;
+    guarded(m_station.prompts, ErrorCode::LoadingForm, [&] { opened = m_drawer.openOnce(); });
     m_words->setText(opened ? u"The drawer is open."_s : u"The drawer did not open: use its key."_s);
 }

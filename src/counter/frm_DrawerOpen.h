@@ -16,6 +16,7 @@ public:
 protected:
     void showEvent(QShowEvent *event) override;
     bool takeKey(const QKeyEvent & /*event*/) override { return false; }
+    void takeScan(const QString & /*digits*/) override {}
 
 private:
     void openDrawer();

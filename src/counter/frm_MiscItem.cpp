@@ -86,3 +86,8 @@ void frm_MiscItem::takeOver()
     m_price->setFocus();
     m_price->selectAll();
 }
+
+void frm_MiscItem::takeScan(const QString &digits)
+{
+    m_price->setText(m_price->text().chopped(digits.size()));
+}

@@ -19,6 +19,7 @@ public:
 
 protected:
     bool takeKey(const QKeyEvent & /*event*/) override { return false; }
+    void takeScan(const QString &digits) override;
 
 private:
     void addKeys();

@@ -2,22 +2,19 @@
 
 #include "app/Errors.h"
 #include "app/Station.h"
-#include "counter/ItemQuantity.h"
-#include "counter/PaymentList.h"
+#include "counter/CartTable.h"
+#include "counter/ItemEntry.h"
 #include "counter/StoreView.h"
 #include "counter/TillActions.h"
 #include "look/Look.h"
-#include "look/RowsTable.h"
 
 #include <QBoxLayout>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QStandardItem>
 
 using namespace Qt::StringLiterals;
 
@@ -43,15 +40,6 @@ QLabel *namedLabel(const QString &name, double size = 1, bool bold = false)
 bool isTypedIn(const QWidget *box)
 {
     return box->window()->focusWidget() == box;
-}
-
-/// What stands beside a line: for whom the hour is, or why it cannot be paid.
-QString noteOf(const PaymentLine &line, std::size_t index, const std::vector<RefusedLine> &refused)
-{
-    for (const RefusedLine &trouble : refused)
-        if (trouble.line == index)
-            return u"⚠ "_s + trouble.why;
-    return line.hour ? line.hour->booker : QString();
 }
 
 } // namespace
@@ -110,12 +98,12 @@ QWidget *page_Counter::makeList()
     m_bringBack = new QPushButton(u"Bring the list back"_s);
     m_bringBack->setObjectName(u"btn_BringBack"_s);
     connect(m_bringBack, &QPushButton::clicked, m_actions, &TillActions::bringBack);
-    m_cart = new RowsTable(u"ListView_Cart"_s, u"Payment list"_s,
-                           {u"Payment list"_s, u"Price"_s, u"Quantity"_s, u"Total"_s, QString()});
-    m_cart->fitColumns({u"Field Number 16 00/00/0000 00:00"_s, u"00000.00"_s, u"Quantity"_s, u"00000.00"_s, QString()});
-    m_cart->verticalHeader()->setDefaultSectionSize(touchHeight - space);
-    m_cart->setShowGrid(false);
-    m_cart->setAlternatingRowColors(true);
+    m_cart = new CartTable;
+    m_entry = new ItemEntry(m_station.prompts);
+    connect(
+        m_entry, &ItemEntry::padWanted, this, [this](const StoreItem &item) { choose(item); }, Qt::QueuedConnection);
+    connect(m_actions, &TillActions::quantityChosen, m_entry, &ItemEntry::setQuantity);
+    connect(m_entry, &ItemEntry::quantityTyped, m_actions, &TillActions::addQuantity);
 
     auto *side = new QWidget;
     auto *layout = new QVBoxLayout(side);
@@ -128,40 +116,10 @@ QWidget *page_Counter::makeList()
     head->addWidget(m_time);
     layout->addLayout(head);
     layout->addWidget(m_cart, 1);
-    layout->addLayout(makeEntry());
+    layout->addWidget(m_entry);
     layout->addLayout(makeTotal());
     layout->addLayout(makeButtons());
     return side;
-}
-
-QLayout *page_Counter::makeEntry()
-{
-    m_itemInfo = new QLineEdit;
-    m_itemInfo->setObjectName(u"txt_ItemInfo"_s);
-    m_itemInfo->setAccessibleName(u"Chosen item"_s);
-    m_itemInfo->setPlaceholderText(u"Chosen item"_s);
-    m_itemInfo->setReadOnly(true);
-    m_itemInfo->setFocusPolicy(Qt::NoFocus);
-    m_quantity = new QLineEdit;
-    m_quantity->setObjectName(u"txt_ItemQuantity"_s);
-    m_quantity->setAccessibleName(u"Quantity"_s);
-    m_quantity->setPlaceholderText(u"Quantity"_s);
-    m_quantity->setAlignment(Qt::AlignRight);
-    m_quantity->setFixedWidth(fontMetrics().horizontalAdvance(u"Quantity 0000"_s));
-    m_quantity->installEventFilter(this);
-    m_itemPrice = namedLabel(u"lbl_ItemPrice"_s, 1.1, true);
-    m_itemPrice->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_itemPrice->setMinimumWidth(fontMetrics().horizontalAdvance(u"00,000.00 00"_s));
-    for (QLineEdit *box : {m_itemInfo, m_quantity})
-        box->setMinimumHeight(touchHeight);
-    connect(m_quantity, &QLineEdit::textChanged, this, &page_Counter::showPriceOfQuantity);
-    connect(m_quantity, &QLineEdit::returnPressed, this, &page_Counter::addTyped);
-    auto *row = new QHBoxLayout;
-    row->setSpacing(space);
-    row->addWidget(m_itemInfo, 1);
-    row->addWidget(m_quantity);
-    row->addWidget(m_itemPrice);
-    return row;
 }
 
 QLayout *page_Counter::makeTotal()
@@ -196,7 +154,7 @@ QLayout *page_Counter::makeButtons()
     auto *list = new QHBoxLayout;
     auto *remove = new QPushButton(Look::icon(u"delete"_s), u"&Delete line"_s);
     remove->setObjectName(u"btn_Delete"_s);
-    connect(remove, &QPushButton::clicked, this, [this] { m_actions->remove(m_cart->currentIndex().row()); });
+    connect(remove, &QPushButton::clicked, this, [this] { m_actions->remove(m_cart->line()); });
     list->addWidget(remove);
     addButton(*list, u"btn_Reset"_s, u"&Reset"_s, u"reset"_s, &TillActions::reset);
     addButton(*list, u"btn_Hold"_s, u"&Hold…"_s, u"hold"_s, &TillActions::hold);
@@ -205,8 +163,8 @@ QLayout *page_Counter::makeButtons()
     addButton(*other, u"btn_PrintOldReceipt"_s, u"Print &old receipt…"_s, u"receipt"_s, &TillActions::printOldReceipt);
     QPushButton *last =
         addButton(*other, u"btn_PrintLastReceipt"_s, u"Last receipt"_s, u"receipt"_s, &TillActions::printLastReceipt);
-    last->setShortcut(Qt::CTRL | Qt::Key_P);
-    last->setToolTip(u"Prints the receipt of the last sale (Ctrl+P)"_s);
+    last->setShortcut(Qt::CTRL | Qt::Key_R);
+    last->setToolTip(u"Prints the receipt of the last sale (Ctrl+R)"_s);
     auto *left = new QVBoxLayout;
     left->setSpacing(space);
     for (QHBoxLayout *row : {list, other}) {
@@ -227,6 +185,7 @@ QLayout *page_Counter::makeButtons()
 
 void page_Counter::load()
 {
+    m_isLoaded = true;
     RefreshStore();
     m_actions->open();
 }
@@ -239,51 +198,30 @@ void page_Counter::refresh()
 
 void page_Counter::RefreshStore()
 {
-    quietly(m_station.database, [this] { m_items.setItems(readStore(m_station.database)); });
+    m_isStoreRead = quietly(m_station.database, [this] { m_items.setItems(readStore(m_station.database)); });
+    if (!m_isStoreRead)
+        note(u"The items could not be read. What is shown may be old."_s);
+    else
+        m_note->hide();
 }
 
 void page_Counter::showTime(const QString &timeText)
 {
     m_time->setText(timeText);
+    if (!m_isStoreRead && m_isLoaded && isVisible() && m_station.database.isReachable())
+        RefreshStore();
 }
 
 void page_Counter::showList()
 {
     const PaymentList &list = m_actions->till().list();
-    showLines();
+    m_cart->showLines(list, m_actions->refused());
     m_total->setText(list.total());
-    if (list.total().isEmpty()) {
-        m_itemInfo->clear();
-        m_quantity->clear();
-        m_itemPrice->clear();
-    }
+    if (list.total().isEmpty())
+        m_entry->clear();
     m_bringBack->setVisible(m_actions->canBringBack());
     showHeld();
     Q_EMIT listShown(list.isEmpty() ? QString() : list.total());
-}
-
-void page_Counter::showLines()
-{
-    const std::vector<PaymentLine> &lines = m_actions->till().list().lines();
-    const int current = m_cart->currentIndex().row();
-    const bool grown = int(lines.size()) > m_cart->model()->rowCount();
-    m_cart->clearRows();
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const PaymentLine &line = lines[i];
-        const QString note = noteOf(line, i, m_actions->refused());
-        const auto cells = m_cart->addRow({line.text, line.price, line.quantity, line.total, note});
-        for (int column = 1; column < noteColumn; ++column)
-            cells[column]->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        if (note.startsWith(u'⚠'))
-            for (QStandardItem *cell : cells) {
-                cell->setBackground(Look::alert.background);
-                cell->setForeground(Look::alert.text);
-            }
-    }
-    const int last = int(lines.size()) - 1;
-    if (last >= 0)
-        m_cart->selectRow(grown || current < 0 ? last : std::min(current, last));
-    m_cart->scrollTo(m_cart->currentIndex());
 }
 
 void page_Counter::showHeld()
@@ -293,33 +231,22 @@ void page_Counter::showHeld()
     m_held->setText(u"On hold: "_s + QString::number(held.size()));
     m_heldMenu->clear();
     for (std::size_t i = 0; i < held.size(); ++i) {
-        QAction *entry = m_heldMenu->addAction(held[i].name + u"\t"_s + held[i].list.total());
+        QAction *entry =
+            m_heldMenu->addAction(QString(held[i].name).replace(u'&', u"&&"_s) + u"\t"_s + held[i].list.total());
         entry->setObjectName(u"mnu_Held_"_s + QString::number(i));
         connect(
             entry, &QAction::triggered, m_actions, [this, i] { m_actions->recall(i); }, Qt::QueuedConnection);
     }
 }
 
-void page_Counter::showPriceOfQuantity()
-{
-    guarded(m_station.prompts, ErrorCode::Unknown, [this] {
-        const QString unitPrice = m_itemInfo->property("tag").toString();
-        if (!m_quantity->text().isEmpty())
-            m_itemPrice->setText(priceOfQuantity(m_quantity->text(), unitPrice, u"##,##0.00"_s));
-    });
-}
-
 void page_Counter::choose(const StoreItem &chosen, const QString &number)
 {
     const StoreItem item = chosen; // the list may be read anew meanwhile
     m_note->hide();
-    m_itemPrice->clear();
-    m_quantity->clear();
-    m_itemInfo->setText(item.name);
-    m_itemInfo->setProperty("tag", item.price);
-    if (!item.isMisc())
-        m_quantity->setText(u"0"_s);
-    m_actions->addItem(item, number);
+    m_entry->choose(item);
+    const QString scanned = m_actions->addItem(item, number);
+    if (!scanned.isEmpty())
+        chooseScanned(scanned);
 }
 
 void page_Counter::chooseKey(const QString &key)
@@ -334,25 +261,6 @@ void page_Counter::note(const QString &words)
 {
     m_note->setText(words);
     m_note->show();
-}
-
-void page_Counter::askQuantity()
-{
-    if (const StoreItem *item = m_items.itemOfName(m_itemInfo->text()))
-        m_actions->addItem(*item);
-}
-
-void page_Counter::addTyped()
-{
-    m_actions->addQuantity(m_itemInfo->text(), m_itemInfo->property("tag").toString(), m_quantity->text());
-}
-
-bool page_Counter::eventFilter(QObject *watched, QEvent *event)
-{
-    // A click asks on the number pad; from the keyboard the quantity is typed here.
-    if (watched == m_quantity && event->type() == QEvent::MouseButtonRelease && !m_itemInfo->text().isEmpty())
-        askQuantity();
-    return Page::eventFilter(watched, event);
 }
 
 bool page_Counter::takeKey(const QKeyEvent &event)
@@ -371,7 +279,7 @@ bool page_Counter::takeKey(const QKeyEvent &event)
     if (takeScan(event))
         return true;
     const bool plus = event.key() == Qt::Key_Plus && event.modifiers() & Qt::KeypadModifier;
-    if (plus || (event.key() == Qt::Key_P && !isTypedIn(m_find) && modifiers != Qt::ControlModifier)) {
+    if (plus || (event.key() == Qt::Key_P && !isTypedIn(m_find))) {
         if (!event.isAutoRepeat())
             m_actions->pay();
         return true;
@@ -407,22 +315,25 @@ bool page_Counter::takeScan(const QKeyEvent &event)
 {
     const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (!enter) {
+        m_scan.take(event);
         const QString text = event.text();
-        if (text.size() != 1)
-            return false;
-        m_scan.take(text.front());
         // Digits are searched for nowhere else, but typed where there is something to type in.
-        return text.front().isDigit() && !isTypedIn(m_find) && !isTypedIn(m_quantity);
+        return text.size() == 1 && text.front().isDigit() && !isTypedIn(m_find) && !m_entry->isTypedIn();
     }
-    const QString digits = m_scan.end();
-    const StoreItem *item = digits.isEmpty() ? nullptr : m_items.itemOfKey(digits);
+    const QString digits = m_scan.end(event);
+    if (digits.size() < ScanReader::shortestCode && !m_items.itemOfKey(digits))
+        return false;
+    chooseScanned(digits);
+    return true;
+}
+
+void page_Counter::chooseScanned(const QString &code)
+{
+    const StoreItem *item = m_items.itemOfKey(code);
     if (!item) {
-        constexpr int shortestCode = 6;
-        if (digits.size() >= shortestCode)
-            note(u"No item has the key "_s + digits);
-        return digits.size() >= shortestCode;
+        note(u"No item has the key "_s + code);
+        return;
     }
     m_find->clear();
     choose(*item, u"1"_s);
-    return true;
 }

@@ -5,12 +5,13 @@
 #include "look/Page.h"
 
 struct Station;
+class CartTable;
+class ItemEntry;
 class QLabel;
 class QLayout;
 class QLineEdit;
 class QMenu;
 class QPushButton;
-class RowsTable;
 class StoreView;
 class TillActions;
 
@@ -39,25 +40,18 @@ Q_SIGNALS:
     /// What the payment list holds, in a few words; empty for nothing.
     void listShown(const QString &words);
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
     QWidget *makeStore();
     QWidget *makeList();
-    QLayout *makeEntry();
     QLayout *makeTotal();
     QLayout *makeButtons();
     QPushButton *addButton(QLayout &layout, const QString &name, const QString &text, const QString &icon,
                            void (TillActions::*handler)());
     void showList();
-    void showLines();
     void showHeld();
-    void showPriceOfQuantity();
     void choose(const StoreItem &item, const QString &number = {});
     void chooseKey(const QString &key);
-    void askQuantity();
-    void addTyped();
+    void chooseScanned(const QString &code);
     bool takeFindKey(const QKeyEvent &event);
     bool takeScan(const QKeyEvent &event);
     void note(const QString &words);
@@ -67,16 +61,16 @@ private:
     StoreModel m_items;
     StoreView *m_store = nullptr;
     QLineEdit *m_find = nullptr;
-    RowsTable *m_cart = nullptr;
+    CartTable *m_cart = nullptr;
+    ItemEntry *m_entry = nullptr;
     QLabel *m_time = nullptr;
     QLabel *m_total = nullptr;
-    QLineEdit *m_itemInfo = nullptr;
-    QLineEdit *m_quantity = nullptr;
-    QLabel *m_itemPrice = nullptr;
     QLabel *m_change = nullptr;
     QLabel *m_note = nullptr;
     QPushButton *m_held = nullptr;
     QPushButton *m_bringBack = nullptr;
     QMenu *m_heldMenu = nullptr;
     ScanReader m_scan;
+    bool m_isLoaded = false;
+    bool m_isStoreRead = false;
 };

@@ -122,7 +122,7 @@ void frm_Main::connectPages()
     TillActions &till = m_counterPage->actions();
     connect(m_booking, &page_Booking::paymentWanted, &till, &TillActions::addHours);
     connect(m_booking, &page_Booking::invoiceWanted, &till, &TillActions::printInvoice);
-    connect(&till, &TillActions::hoursTouched, m_booking, [this] { m_booking->afterOperation(true); });
+    connect(&till, &TillActions::hoursTouched, m_booking, [this] { m_booking->afterOperation(false); });
     connect(m_counterPage, &page_Counter::listShown, this, [this](const QString &total) {
         const QString title = total.isEmpty() ? u"Counter"_s : u"Counter  "_s + total;
         m_tabs->setTabText(m_tabs->indexOf(m_counterPage), title);

@@ -204,7 +204,7 @@ private Q_SLOTS:
     void drawerIsNotThere()
     {
         const Device device;
-        Counter counter(device.path(), {u"inform: Cannot found drawer"_s});
+        Counter counter(device.path(), {u"plain: Cannot found drawer"_s});
         counter.settings.drawerCommand = tooMuch;
         CashDrawer drawer(counter);
         QCOMPARE(refusal([&] { drawer.openAfterSale(); }), 8019);

@@ -122,7 +122,7 @@ private Q_SLOTS:
         sell(32767, u"Water"_s, u"1.20"_s, u"1"_s);
         QStringList script{u"ask: Enter Transaction Number [Print Receipt] -> "_s + answer};
         if (outcome == u"none")
-            script << u"inform: No transaction by that number"_s;
+            script << u"plain: No transaction by that number"_s;
         TestStation station(m_server, script);
         const auto receipt = askForOldReceipt(station);
         QCOMPARE(numberOf(receipt), outcome == u"nothing" ? u"none"_s : outcome);

@@ -111,7 +111,7 @@ private Q_SLOTS:
             part            | >15:00 Partially Shared         | refuse: The slot is booked by one or more individual slots |
             shared          | >15:00 Shared Booking           | refuse: Please pay via master slots |
             member, longer  | >18:00 Meg                      | inform: The customer got member rate [Information]; inform: The customer got extra time [Information] | 18:00 30.00 1.5 45.00
-            twice           | >15:00 Smith; >16:00 Jones      | inform: Already in the payment list | 15:00 40.00 1 40.00
+            twice           | >15:00 Smith; >16:00 Jones      | plain: Already in the payment list | 15:00 40.00 1 40.00
         )"_s);
     }
 
@@ -178,7 +178,8 @@ private Q_SLOTS:
     {
         const QStringList items{u"Cola"_s, u"Bob's bar"_s, u"50% juice"_s,         u"500 juice"_s,
                                 u"a_b"_s,  u"axb"_s,       u"Field Number plate"_s};
-        const QStringList rateTypes{{}, u"member"_s, u"student"_s, u"specialgroup2"_s};
+        const QStringList rateTypes{
+            {}, u"member"_s, u"student"_s, u"specialgroup2"_s, u"specialgroup4"_s}; // 4 has no table
         for (const QString &item : items)
             m_server.exec(u"INSERT INTO tbl_item SET i_name='"_s + QString(item).replace(u'\'', u"''"_s) + u'\'');
         m_server.exec(u"INSERT INTO tbl_member SET m_name='D\\'Arcy'; INSERT INTO tbl_student SET st_name='D\\'Arcy';"
@@ -193,7 +194,7 @@ private Q_SLOTS:
             PaymentList list;
             for (int line = random.bounded(1, 7); line > 0; --line) {
                 if (random.bounded(3) == 0) {
-                    const QString rate = rateTypes[random.bounded(4)];
+                    const QString rate = rateTypes[random.bounded(5)];
                     const int extra = random.bounded(4) * 15;
                     const BookedHour hour =
                         hourOf(formatTwoDigits(line + 8) + u":00"_s, sale, u"D'Arcy"_s, rate, extra);

@@ -95,10 +95,17 @@ private Q_SLOTS:
         scan(u"4006381333931"_s);
         keys(u"4"_s);
         script(u"see lbl_Number 4 | enter lbl_OK | closed frm_Calculator | see txt_Find "_s);
+        scan(u"4006381333931"_s); // over the pad of the one before: that is one piece
+        scan(u"4006381333931"_s);
+        script(u"see lbl_Number 1 | behind txt_ItemQuantity 0 | click btn_Cancel | closed frm_Calculator | "
+               "click btn_Delete | see lbl_TotalPrice 72.00"_s);
         scan(u"999999999"_s);
         script(u"see lbl_TillNote No item has the key 999999999"_s);
         showsCart(u"Ball 12.00 1 12.00, Ball 12.00 1 12.00, Ball 12.00 4 48.00"_s);
-        play(u"see lbl_TotalPrice 72.00 | errors 0"_s);
+        // The customer's amount is no barcode, and a scan ends no sale.
+        script(u"key Esc | key P | see txt_e "_s);
+        scan(u"96385074"_s);
+        play(u"see txt_e  | see txt_Change -72.00 | click btn_Cancel | closed frm_Change | errors 0"_s);
     }
 
     void mistakes()

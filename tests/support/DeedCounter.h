@@ -34,7 +34,7 @@ private:
     QString sell(const BookedHour &hour);
 
     void refuse(const QString &text, const QString & /*title*/ = {}) override { m_told << text; }
-    void inform(const QString &text, const QString & /*title*/ = {}) override { m_told << text; }
+    void inform(const QString &text, const QString & /*title*/, MessageIcon /*icon*/) override { m_told << text; }
     Answer ask(const Question &question) override { return question.buttons.front(); }
     QString askText(const QString & /*question*/, int /*maxLength*/, const QString & /*title*/) override
     {

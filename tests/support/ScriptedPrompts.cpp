@@ -56,9 +56,12 @@ void ScriptedPrompts::refuse(const QString &text, const QString &title)
     answerTo(u"refuse: "_s + titled(text, title));
 }
 
-void ScriptedPrompts::inform(const QString &text, const QString &title)
+void ScriptedPrompts::inform(const QString &text, const QString &title, MessageIcon icon)
 {
-    answerTo(m_script.value(0) == u"inform" ? u"inform"_s : u"inform: "_s + titled(text, title));
+    if (icon == MessageIcon::None)
+        answerTo(u"plain: "_s + titled(text, title));
+    else
+        answerTo(m_script.value(0) == u"inform" ? u"inform"_s : u"inform: "_s + titled(text, title));
 }
 
 Answer ScriptedPrompts::ask(const Question &question)

@@ -6,6 +6,7 @@
 
 /// The person at the counter, as a script of what the program must ask, in order, one line each:
 ///     refuse: You cannot book previous entry        refuse: Invalid Password [Error]
+///     plain: Already in the payment list
 ///     inform: You cannot delete paid item           inform (whatever the words)
 ///     verify -> anna staff                          verify -> boss admin      verify -> nobody
 ///     verify Book Field 1, 15:00 -> anna staff (without the words: whatever they are)
@@ -26,7 +27,7 @@ public:
     [[nodiscard]] QString errorDescription() const { return m_errorDescription; }
 
     void refuse(const QString &text, const QString &title = {}) override;
-    void inform(const QString &text, const QString &title = {}) override;
+    void inform(const QString &text, const QString &title = {}, MessageIcon icon = MessageIcon::Information) override;
     Answer ask(const Question &question) override;
     QString askText(const QString &question, int maxLength, const QString &title = {}) override;
     std::optional<Verification> verifyStaff(const QString &what) override;
