@@ -68,6 +68,7 @@ Answer QtPrompts::ask(const Question &question)
     QMessageBox box(iconOf(question.icon), titleOf(question.title), question.text, QMessageBox::NoButton,
                     windowInUse());
     box.setObjectName(u"frm_Message"_s);
+    box.setProperty("touch", true);
     box.setTextFormat(Qt::PlainText);
     for (const Answer answer : question.buttons)
         box.addButton(buttonOf(answer));
@@ -94,6 +95,7 @@ QString QtPrompts::askText(const QString &question, int maxLength, const QString
 {
     QDialog dialog(windowInUse());
     dialog.setObjectName(u"frm_AskText"_s);
+    dialog.setProperty("touch", true);
     dialog.setWindowTitle(titleOf(title));
 
     auto *label = new QLabel(question);

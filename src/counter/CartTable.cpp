@@ -2,6 +2,7 @@
 
 #include "look/Look.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QStandardItem>
 
@@ -50,8 +51,15 @@ void CartTable::showLines(const PaymentList &list, const std::vector<RefusedLine
             cell->setForeground(Look::alert.text);
         }
     }
+    // What stands against paying is seen on the selected line, too.
+    QPalette colours = QApplication::palette();
+    if (!refused.empty())
+        colours.setColor(QPalette::Highlight, Look::alert.background);
+    setPalette(colours);
     const int last = int(lines.size()) - 1;
-    if (last >= 0)
+    if (last >= 0 && !refused.empty())
+        selectRow(int(refused.front().line));
+    else if (last >= 0)
         selectRow(grown || current < 0 ? last : std::min(current, last));
     scrollTo(currentIndex());
 }

@@ -66,6 +66,7 @@ InvoiceNumber UpdateBookingWithInvoice(Station &station, const DaySelection &sel
                 return false;
         }
         result.number = nextNumber(GetMaxInvoiceNumber(operation));
+        operation.setRecordedAs(u"as invoice "_s + QString::number(result.number));
         for (const int index : selection.selected) {
             const SlotKey slot = selection.slotOf(selection.row(index));
             operation.execute(sql(u"UPDATE tbl_booking SET b_invoice=%1 WHERE b_datetime = '%2' AND b_field=%3"_s,

@@ -47,8 +47,10 @@ void ReceiptPrinting::print(const Receipt &receipt, QWidget *over)
         send(receipt, {printer, paperOfSettings()}, over);
         return;
     }
+    // A window that is gone by then wants it no more.
+    const bool hasWindow = over != nullptr;
     m_desk.lookForPrinters([=, self = QPointer(this), window = QPointer(over)](std::optional<bool> isAny) {
-        if (self)
+        if (self && (window || !hasWindow))
             self->goOn(receipt, isAny, window);
     });
 }
@@ -56,8 +58,6 @@ void ReceiptPrinting::print(const Receipt &receipt, QWidget *over)
 // While an answer of the database is waited for, no window can be answered.
 void ReceiptPrinting::goOn(const Receipt &receipt, std::optional<bool> isAny, const QPointer<QWidget> &over)
 {
-    if (!over)
-        return; // whoever wanted it has gone on
     if (m_station.database.isWaiting()) {
         QTimer::singleShot(untilAsked, this, [=, this] { goOn(receipt, isAny, over); });
         return;

@@ -5,6 +5,8 @@
 #include "app/SqlText.h"
 #include "counter/ReceiptNumbers.h"
 
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -91,7 +93,9 @@ Receipt GenerateReceiptContent(Station &station, int receiptNumber)
 
 std::optional<Receipt> receiptOfTransaction(Station &station, double transaction)
 {
-    const GivenNumber given = numberOfReceipt(station, transaction);
+    // The server would round a fraction to the number of another sale.
+    const GivenNumber given =
+        transaction == std::floor(transaction) ? numberOfReceipt(station, transaction) : GivenNumber{};
     if (given.receipt == 0)
         return std::nullopt;
     if (given.isNew) {

@@ -96,8 +96,11 @@ QString exactPattern(QString text)
 class Sale
 {
 public:
-    Sale(Station &station, const PaymentList &list)
-        : m_station(station), m_list(list), m_operation(station, u"The sale"_s, locksOf(station, list))
+    Sale(Station &station, const PaymentList &list, const std::function<void(int)> &tellNumberBefore)
+        : m_station(station),
+          m_list(list),
+          m_tellNumberBefore(tellNumberBefore),
+          m_operation(station, u"The sale"_s, locksOf(station, list))
     {
     }
 
@@ -134,7 +137,10 @@ private:
 
     void write()
     {
-        const qint16 transaction = nextNumber(highestTransactionNumber(m_operation, counter()));
+        const int before = highestTransactionNumber(m_operation, counter());
+        const qint16 transaction = nextNumber(before);
+        if (m_tellNumberBefore)
+            m_tellNumberBefore(before);
         for (const PaymentLine &line : m_list.lines())
             writeLine(line, transaction);
         m_operation.setRecordedAs(u"as transaction "_s + QString::number(transaction));
@@ -204,6 +210,7 @@ private:
 
     Station &m_station;
     const PaymentList &m_list;
+    const std::function<void(int)> &m_tellNumberBefore;
     Operation m_operation;
     Settlement m_result;
     bool m_proven = false;
@@ -211,11 +218,11 @@ private:
 
 } // namespace
 
-Settlement settle(Station &station, const PaymentList &list)
+Settlement settle(Station &station, const PaymentList &list, const std::function<void(int)> &tellNumberBefore)
 {
     if (list.isEmpty())
         throw NotDone(u"There is nothing to pay."_s);
-    Settlement settlement = Sale(station, list).settle();
+    Settlement settlement = Sale(station, list, tellNumberBefore).settle();
     if (settlement.transaction) {
         WriteActivityLog(station, station.CurrentStaff, u"Sales made, drawer open"_s);
         warnOfHighNumber(station, u"transaction"_s, *settlement.transaction);

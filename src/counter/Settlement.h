@@ -3,6 +3,7 @@
 #include "app/Station.h"
 #include "counter/PaymentList.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -23,8 +24,9 @@ struct Settlement
 /// Turns the list into a sale of this counter: its lines (tbl_counter and the number), hours marked as paid
 /// (tbl_booking), hours played of members, students and groups, stock (tbl_item), whole or not at all. A booked hour
 /// that is paid, gone, somebody else's, or at another rate or extra time by now refuses all of it. Writes the activity
-/// log afterwards. Throws DbError, NotDone, and ConversionError above transaction 32767.
-Settlement settle(Station &station, const PaymentList &list);
+/// log afterwards. Tells the number before, so that the sale can be looked for when nobody hears of its end. Throws
+/// DbError, NotDone, and ConversionError above transaction 32767.
+Settlement settle(Station &station, const PaymentList &list, const std::function<void(int)> &tellNumberBefore = {});
 
 /// The number of a sale of exactly these lines with a number above `after`, recorded at this counter since `since`; for
 /// a list whose settlement's end nobody heard. Throws DbError.

@@ -47,6 +47,7 @@ public:
 
     /// The number of this counter's sale before the list was begun, 0 when it is not known.
     [[nodiscard]] int saleBefore() const { return m_saleBefore; }
+    void setSaleBefore(int transaction) { m_saleBefore = transaction; }
     /// The last sale of this copy, 0 before the first.
     [[nodiscard]] int lastSale() const { return m_lastSale; }
     void setLastSale(int transaction) { m_lastSale = transaction; }

@@ -3,6 +3,7 @@
 #include "app/ActivityLog.h"
 #include "app/Errors.h"
 #include "app/SqlText.h"
+#include "counter/CounterNumbers.h"
 #include "counter/Invoice.h"
 #include "counter/PayingHours.h"
 #include "counter/Receipts.h"
@@ -103,6 +104,7 @@ void TillActions::tellOfRecord()
 {
     m_station.prompts.inform(
         sql(u"The payment list of %1 was recorded as transaction %2."_s, timeOf(m_till.begun()), m_till.lastSale()));
+    WriteActivityLog(m_station, m_station.CurrentStaff, u"Sales made, drawer open"_s);
     Q_EMIT hoursTouched();
 }
 
@@ -221,11 +223,10 @@ bool TillActions::settleList(frm_Change &window)
         return true;
     if (wasRecorded()) {
         tellOfRecord();
-        WriteActivityLog(m_station, m_station.CurrentStaff, u"Sales made, drawer open"_s);
         return true;
     }
     m_till.setInDoubt(true); // until it is known what became of it
-    Settlement settlement = settle(m_station, m_till.list());
+    Settlement settlement = settle(m_station, m_till.list(), [this](int before) { m_till.setSaleBefore(before); });
     m_till.setInDoubt(false);
     if (!settlement.transaction) {
         refuse(std::move(settlement.refused), window);
@@ -282,10 +283,18 @@ void TillActions::printOldReceipt()
 
 void TillActions::printLastReceipt()
 {
-    if (m_till.lastSale() == 0)
-        m_station.prompts.inform(u"Nothing has been sold here since the program was started."_s);
-    else
-        print([this] { return receiptOfTransaction(m_station, m_till.lastSale()); });
+    print([this]() -> std::optional<Receipt> {
+        const int counter = m_station.settings.ThisCounter;
+        int sale = m_till.lastSale();
+        if (sale == 0) { // none since the program was started
+            DbConnection connection(m_station.database);
+            sale = highestTransactionNumber(connection, counter);
+        }
+        if (sale > 0)
+            return receiptOfTransaction(m_station, sale);
+        m_station.prompts.inform(u"Nothing has been sold at this counter yet."_s);
+        return std::nullopt;
+    });
 }
 
 void TillActions::printInvoice(const DaySelection &selection)

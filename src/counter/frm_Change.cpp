@@ -214,7 +214,9 @@ void frm_Change::done(int)
 
 bool frm_Change::isTooSoon() const
 {
-    return m_isSettled && m_sincePress.elapsed() < QApplication::doubleClickInterval();
+    // Longer than a keyboard waits before it repeats a key that is held down: about a second.
+    const int untilRepeated = 5 * QApplication::doubleClickInterval() / 2;
+    return m_isSettled && m_sincePress.elapsed() < untilRepeated;
 }
 
 void frm_Change::takeScan(const QString &digits)

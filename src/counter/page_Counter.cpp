@@ -220,6 +220,8 @@ void page_Counter::showList()
     if (list.total().isEmpty())
         m_entry->clear();
     m_bringBack->setVisible(m_actions->canBringBack());
+    if (!m_actions->refused().empty())
+        note(m_actions->refused().front().why);
     showHeld();
     Q_EMIT listShown(list.isEmpty() ? QString() : list.total());
 }

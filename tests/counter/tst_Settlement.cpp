@@ -13,6 +13,9 @@
 #include <QTemporaryDir>
 #include <QThread>
 
+#include <atomic>
+#include <barrier>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -301,6 +304,38 @@ private Q_SLOTS:
         first->wait();
         second->wait();
         QCOMPARE(numbers, (std::array{1, 2}));
+    }
+
+    // TAMSORA_SALES=500 for a long run.
+    void sameHourAtTwoCounters()
+    {
+        m_server.exec(u"CREATE TABLE tbl_counter2 LIKE tbl_counter1"_s);
+        const BookedHour hour = hourOf(u"18:00"_s, 6, u"Smith"_s);
+        book(hour);
+        PaymentList list;
+        list.addHour(hour, priceWith(40, 0));
+        const int rounds =
+            qEnvironmentVariableIsSet("TAMSORA_SALES") ? qEnvironmentVariableIntValue("TAMSORA_SALES") : 20;
+        std::barrier together(2);
+        std::atomic<int> sold = 0;
+        const auto counter = [&](int number) {
+            ScriptedPrompts person;
+            Station station(testSettings(m_server.connectionString(), number), person);
+            for (int i = 0; i < rounds; ++i) {
+                together.arrive_and_wait();
+                sold += settle(station, list).transaction.has_value() ? 1 : 0;
+                together.arrive_and_wait();
+                if (number == 1)
+                    DbConnection(station.database).execute(u"UPDATE tbl_booking SET b_paid=0"_s);
+            }
+        };
+        const std::unique_ptr<QThread> other(QThread::create(counter, 2));
+        other->start();
+        counter(1);
+        other->wait();
+        QCOMPARE(sold.load(), rounds);
+        QCOMPARE(m_server.rows(u"SELECT (SELECT COUNT(*) FROM tbl_counter1) + (SELECT COUNT(*) FROM tbl_counter2)"_s),
+                 QStringList{QString::number(rounds)});
     }
 
     // A list whose settlement nobody heard the end of is recognised among the counter's sales.
