@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int lineHeight = 36;
+constexpr int lineHeight = 44;
 constexpr int noteColumn = 4;
 
 const RefusedLine *troubleOf(std::size_t line, const std::vector<RefusedLine> &refused)
@@ -29,6 +29,8 @@ CartTable::CartTable(QWidget *parent)
 {
     fitColumns({u"Field Number 16 00/00/0000 00:00"_s, u"00000.00"_s, u"Quantity"_s, u"00000.00"_s, QString()});
     verticalHeader()->setDefaultSectionSize(lineHeight);
+    for (int column = 1; column < noteColumn; ++column)
+        model()->setHeaderData(column, Qt::Horizontal, int(Qt::AlignRight | Qt::AlignVCenter), Qt::TextAlignmentRole);
     setShowGrid(false);
     setAlternatingRowColors(true);
 }

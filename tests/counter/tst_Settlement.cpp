@@ -9,6 +9,7 @@
 #include "support/DrawnRows.h"
 #include "support/TestStation.h"
 
+#include <QDir>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QThread>
@@ -396,6 +397,24 @@ private Q_SLOTS:
         QCOMPARE(till.begun().time(), QTime(14, 33));
         till.clear();
         QVERIFY(!QFile::exists(file));
+    }
+
+    void fileThatCannotBeRead()
+    {
+        const QTemporaryDir folder;
+        QFile file(folder.filePath(u"till.json"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("{\"list\": {\"lines\": [") > 0);
+        file.close();
+        Till till(&QDateTime::currentDateTime);
+        QVERIFY(till.open(file.fileName()));
+        QVERIFY(till.list().isEmpty());
+        QVERIFY(QFile::exists(till.damagedFile()));
+        till.change([](PaymentList &list) { list.addMisc(u"Misc"_s, u"3"_s); });
+        QVERIFY(till.isKept());
+        QVERIFY(QDir(folder.path()).removeRecursively());
+        till.change([](PaymentList &list) { list.addMisc(u"Misc"_s, u"3"_s); });
+        QVERIFY(!till.isKept());
+        QCOMPARE(till.list().total(), u"6.00"_s);
     }
 
 private:
