@@ -59,12 +59,12 @@ ChangeShown changeOf(const QString &digits, const QString &total)
 std::vector<qint64> amountsAbove(qint64 totalCents, const std::vector<qint64> &notes)
 {
     std::vector<qint64> amounts;
+    amounts.reserve(notes.size());
     for (const qint64 note : notes)
         amounts.push_back((std::max<qint64>(0, totalCents) + note - 1) / note * note);
     std::erase_if(amounts, [totalCents](qint64 amount) { return amount <= totalCents || amount == 0; });
     std::ranges::sort(amounts);
-    const auto doubles = std::ranges::unique(amounts);
-    amounts.erase(doubles.begin(), doubles.end());
+    amounts.erase(std::unique(amounts.begin(), amounts.end()), amounts.end());
     return amounts;
 }
 

@@ -2,11 +2,12 @@
 
 using namespace Qt::StringLiterals;
 
-RandomDeeds::RandomDeeds(DeedCounter &counter, quint32 seed, QStringList hours, int fieldCount)
+RandomDeeds::RandomDeeds(DeedCounter &counter, quint32 seed, QStringList hours, int fieldCount, bool sells)
     : m_counter(counter),
       m_random(seed),
       m_hours(std::move(hours)),
       m_fieldCount(fieldCount),
+      m_sells(sells),
       m_prefix(u's' + QString::number(seed) + u'-')
 {
 }
@@ -25,7 +26,9 @@ QString RandomDeeds::next()
     }
     if (choice == 5)
         return u"paste"_s + anySlot();
-    const QStringList deeds{u"clear"_s, u"clear"_s, u"extra"_s, u"noextra"_s, u"rate"_s};
+    QStringList deeds{u"clear"_s, u"clear"_s, u"extra"_s, u"noextra"_s, u"rate"_s};
+    if (m_sells)
+        deeds << u"sell"_s;
     const QString booker = anyBooker();
     return booker.isEmpty() ? QString() : deeds[below(int(deeds.size()))] + u' ' + booker;
 }

@@ -9,7 +9,8 @@
 class RandomDeeds
 {
 public:
-    RandomDeeds(DeedCounter &counter, quint32 seed, QStringList hours, int fieldCount);
+    /// With `sells` hours are sold, too: then nobody can clear them any more.
+    RandomDeeds(DeedCounter &counter, quint32 seed, QStringList hours, int fieldCount, bool sells = false);
 
     /// Empty when there is nothing that it could be done to, or the server is away. Reads tbl_booking.
     QString next();
@@ -23,6 +24,7 @@ private:
     QRandomGenerator m_random;
     QStringList m_hours;
     int m_fieldCount;
+    bool m_sells;
     QString m_prefix;
     int m_count = 0;
     bool m_cuts = false; ///< what was put on the waiting list is taken next
