@@ -192,15 +192,15 @@ asio::error_code SerialPort::Line::apply(const LineSettings &settings)
 {
     using asio::serial_port_base;
     asio::error_code error;
-    auto stop = serial_port_base::stop_bits::one;
-    if (settings.stopBits == u"2"_s)
-        stop = serial_port_base::stop_bits::two;
-    else if (settings.stopBits == u"1.5"_s) // elsewhere two stop bits are one and a half where the device wants it
+    // Elsewhere two stop bits are one and a half where the device wants it.
 #ifdef Q_OS_WIN
-        stop = serial_port_base::stop_bits::onepointfive;
+    constexpr auto oneAndAHalf = serial_port_base::stop_bits::onepointfive;
 #else
-        stop = serial_port_base::stop_bits::two;
+    constexpr auto oneAndAHalf = serial_port_base::stop_bits::two;
 #endif
+    auto stop = serial_port_base::stop_bits::two;
+    if (settings.stopBits != u"2"_s)
+        stop = settings.stopBits == u"1.5"_s ? oneAndAHalf : serial_port_base::stop_bits::one;
     if (!port.set_option(serial_port_base::baud_rate(settings.baud), error) &&
         !port.set_option(serial_port_base::character_size(settings.dataBits), error) &&
         !port.set_option(serial_port_base::stop_bits(stop), error) && !port.set_option(Parity{settings.parity}, error))

@@ -44,7 +44,8 @@ QJsonObject toJson(const PaymentList &list)
 PaymentList listFrom(const QJsonObject &json)
 {
     std::vector<PaymentLine> lines;
-    for (const QJsonValue &value : json[u"lines"].toArray()) {
+    const QJsonArray kept = json[u"lines"].toArray();
+    for (const auto value : kept) {
         PaymentLine line{value[u"text"].toString(), value[u"price"].toString(), value[u"quantity"].toString(),
                          value[u"total"].toString()};
         if (value.toObject().contains(u"booked"))
@@ -89,7 +90,8 @@ bool Till::open(const QString &fileName)
     m_changed = momentFrom(kept[u"changed"]);
     m_saleBefore = kept[u"saleBefore"].toInt();
     m_inDoubt = !m_list.isEmpty();
-    for (const QJsonValue &held : kept[u"held"].toArray())
+    const QJsonArray lists = kept[u"held"].toArray();
+    for (const auto held : lists)
         m_held.push_back({held[u"name"].toString(), momentFrom(held[u"since"]), listFrom(held[u"list"].toObject())});
     return true;
 }

@@ -243,7 +243,8 @@ void page_Counter::showHeld()
 
 void page_Counter::choose(const StoreItem &chosen, const QString &number)
 {
-    const StoreItem item = chosen; // the list may be read anew meanwhile
+    // The list may be read anew meanwhile.
+    const StoreItem item = chosen; // NOLINT(performance-unnecessary-copy-initialization)
     m_note->hide();
     m_entry->choose(item);
     const QString scanned = m_actions->addItem(item, number);
