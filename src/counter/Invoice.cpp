@@ -14,17 +14,10 @@ namespace {
 
 QString reasonAgainst(const DayRow &row)
 {
-    if (row.isFree())
-        return u"You cannot print invoice for empty slot"_s;
-    if (row.isPaid())
-        return u"The slot already paid"_s;
-    if (row.isExtraTime())
-        return u"The slot is an extra time of previous slot, use the previous slot to print for an invoice"_s;
-    if (row.isPartiallyShared())
-        return u"The slot is booked by one or more individual slots"_s;
-    if (row.isSharedBooking())
-        return u"Please print via master slots"_s;
-    return row.isGroundTaken ? groundTakenText() : QString();
+    return reasonNotToCharge(
+        row, {u"You cannot print invoice for empty slot"_s,
+              u"The slot is an extra time of previous slot, use the previous slot to print for an invoice"_s,
+              u"Please print via master slots"_s});
 }
 
 QString changeSince(const DayRow &row, const std::optional<SlotHolder> &holder)

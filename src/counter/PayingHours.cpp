@@ -1,24 +1,14 @@
 #include "counter/PayingHours.h"
 
-#include "booking/Ground.h"
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
 QString reasonNotToPay(const DayRow &row)
 {
-    if (row.isFree())
-        return u"You cannot pay empty slot"_s;
-    if (row.isPaid())
-        return u"The slot already paid"_s;
-    if (row.isExtraTime())
-        return u"The slot is an extra time of previous slot, use the previous slot to pay for it"_s;
-    if (row.isPartiallyShared())
-        return u"The slot is booked by one or more individual slots"_s;
-    if (row.isSharedBooking())
-        return u"Please pay via master slots"_s;
-    return row.isGroundTaken ? groundTakenText() : QString();
+    return reasonNotToCharge(row, {u"You cannot pay empty slot"_s,
+                                   u"The slot is an extra time of previous slot, use the previous slot to pay for it"_s,
+                                   u"Please pay via master slots"_s});
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "app/Formats.h"
 #include "app/SqlText.h"
 #include "app/Station.h"
+#include "booking/Ground.h"
 #include "booking/Rates.h"
 
 using namespace Qt::StringLiterals;
@@ -52,6 +53,21 @@ SlotPrice priceOfSlot(Station &station, const SlotKey &slot)
     result.quantity = 1 + extraHours;
     result.total = roundedToCents(result.price + extraHours * result.price);
     return result;
+}
+
+QString reasonNotToCharge(const DayRow &row, const ChargeRefusals &texts)
+{
+    if (row.isFree())
+        return texts.freeSlot;
+    if (row.isPaid())
+        return u"The slot already paid"_s;
+    if (row.isExtraTime())
+        return texts.extraTime;
+    if (row.isPartiallyShared())
+        return u"The slot is booked by one or more individual slots"_s;
+    if (row.isSharedBooking())
+        return texts.sharedBooking;
+    return row.isGroundTaken ? groundTakenText() : QString();
 }
 
 QString slotLineText(const SlotKey &slot)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/BusinessDay.h"
+#include "app/DayRow.h"
 
 struct Station;
 
@@ -17,6 +17,17 @@ struct SlotPrice
 /// The price of an hour by its booking (tbl_booking) and the rates (tbl_rate). Tells staff of a special rate and of
 /// extra time. Throws DbError.
 SlotPrice priceOfSlot(Station &station, const SlotKey &slot);
+
+/// What a refusal to charge for a row says where paying and invoicing differ.
+struct ChargeRefusals
+{
+    QString freeSlot;
+    QString extraTime;
+    QString sharedBooking;
+};
+
+/// Why nothing can be charged for the row; empty when it can.
+QString reasonNotToCharge(const DayRow &row, const ChargeRefusals &texts);
 
 /// How a line names a slot: "Field Number 7 14/11/2026 20:00", the field from 1.
 QString slotLineText(const SlotKey &slot);

@@ -324,7 +324,10 @@ bool page_Counter::takeScan(const QKeyEvent &event)
         return text.size() == 1 && text.front().isDigit() && !isTypedIn(m_find) && !m_entry->isTypedIn();
     }
     const QString digits = m_scan.end(event);
-    if (digits.size() < ScanReader::shortestCode && !m_items.itemOfKey(digits))
+    const bool isCode = digits.size() >= ScanReader::shortestCode;
+    // Few digits are a quantity where one is typed, and may be part of a name in the find box.
+    if (digits.isEmpty() || (!isCode && m_entry->isTypedIn()) ||
+        (!isCode && isTypedIn(m_find) && !m_items.itemOfKey(digits)))
         return false;
     chooseScanned(digits);
     return true;

@@ -100,7 +100,9 @@ private Q_SLOTS:
         scan(u"4006381333931"_s); // over the pad of the one before: that is one piece
         scan(u"4006381333931"_s);
         script(u"see lbl_Number 1 | behind txt_ItemQuantity 0 | click btn_Cancel | closed frm_Calculator | "
-               "click btn_Delete | see lbl_TotalPrice 72.00"_s);
+               "click btn_Delete | see lbl_TotalPrice 72.00 | key Esc"_s);
+        scan(u"4711"_s); // nobody knows it, and it chooses nothing
+        script(u"see lbl_TillNote No item has the key 4711 | key /"_s);
         scan(u"999999999"_s);
         script(u"see lbl_TillNote No item has the key 999999999"_s);
         showsCart(u"Ball 12.00 1 12.00, Ball 12.00 1 12.00, Ball 12.00 4 48.00"_s);
