@@ -7,6 +7,7 @@ app
 plan records
 booking
 counter reports
+options
 schedule'
 
 # Prints every include that goes up, aside, or out of src, and fails when there is one.

@@ -3,12 +3,15 @@
 readonly needed_packages=(
     # to build
     cmake ninja-build g++ mold qt6-base-dev libmariadb-dev libasio-dev
+    qt6-webengine-dev libcpp-httplib-dev libcurl4-openssl-dev
     # to run: the private server and its client, drawn icons, the virtual display, letters and emoji
     mariadb-server-core mariadb-client-core libqt6svg6 xvfb fonts-dejavu-core fonts-noto-color-emoji
     # frames and titles for the windows on it
     openbox
-    # what the tests read PDFs with
-    poppler-utils
+)
+readonly test_packages=(
+    # what the tests read PDFs with, the mail server they send to, the browser that reads the report pages
+    poppler-utils python3-aiosmtpd chromium
 )
 readonly check_packages=(clang-format clang-tidy)
 
