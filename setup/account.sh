@@ -20,3 +20,18 @@ change_password_sql() {
 grant_sql() {
     printf "GRANT %s ON posdb.* TO '%s'@'%s';\n" "$account_rights" "$account" "$1"
 }
+
+# The report server's account, which can change nothing.
+readonly reports_account=tamsora_reports
+
+create_reports_account_sql() {
+    printf "CREATE USER IF NOT EXISTS '%s'@'%s' IDENTIFIED BY '%s';\n" "$reports_account" "$1" "$2"
+}
+
+change_reports_password_sql() {
+    printf "ALTER USER '%s'@'%s' IDENTIFIED BY '%s';\n" "$reports_account" "$1" "$2"
+}
+
+reports_grant_sql() {
+    printf "GRANT SELECT ON posdb.* TO '%s'@'%s';\n" "$reports_account" "$1"
+}
