@@ -42,7 +42,9 @@ QString tiles(const PageWork &work, const BookingFigures &figures, const Takings
     for (const BookedHour &hour : figures.hours)
         owed += !hour.isPaid() && isPlayed(work, hour) ? 1 : 0;
     return Html::tiles({{u"Hours booked"_s, QString::number(sum.hours),
-                         u"%1 of %2"_s.arg(percentText(sum.hours, open), QString::number(open))},
+                         sum.extraMinutes > 0 ? u"and %1 extra minutes"_s.arg(sum.extraMinutes) : QString()},
+                        {u"Occupancy"_s, percentText(taken, open),
+                         u"%1 of %2 hours, with shared ground"_s.arg(QString::number(taken), QString::number(open))},
                         {u"Hours paid"_s, QString::number(sum.paidHours), u"worth "_s + moneyText(sum.paid)},
                         {u"Hours not paid"_s, QString::number(sum.unpaidHours()), u"%1 of them are played"_s.arg(owed)},
                         {u"Taken at the counters"_s, moneyText(takings.all()),

@@ -73,6 +73,12 @@ std::vector<Html::Cell> rowByDay(const Html::Cell &first, const std::vector<qint
     return row;
 }
 
+QString dayPath(const ByCounter &till, QDate day)
+{
+    return till.size() == 1 ? counterPath(till.begin()->first, ReportPeriod::Kind::Day, day)
+                            : bookingPath(ReportPeriod::Kind::Day, day);
+}
+
 QString byDay(const PageWork &work, const ByCounter &till)
 {
     Html::Table table = tableByDay(till);
@@ -87,8 +93,7 @@ QString byDay(const PageWork &work, const ByCounter &till)
         }
         const QDate date = QDate::fromString(day, Qt::ISODate);
         sums.push_back(all);
-        table.rows.push_back(rowByDay(
-            {weekdayName(date).left(3) + u' ' + day, bookingPath(ReportPeriod::Kind::Day, date)}, byCounter, all));
+        table.rows.push_back(rowByDay({weekdayName(date).left(3) + u' ' + day, dayPath(till, date)}, byCounter, all));
     }
     qint64 most = 1;
     for (const Takings &sum : sums)
@@ -99,6 +104,7 @@ QString byDay(const PageWork &work, const ByCounter &till)
     for (const auto &[counter, figures] : till)
         byCounter.push_back(figures.sum().all());
     table.sums = rowByDay(u"All days"_s, byCounter, sumOf(till));
+    table.sums.emplace_back();
     return Html::table(table);
 }
 
@@ -114,10 +120,14 @@ Takings sumOf(const ByCounter &till)
 
 QString takings(const PageWork &work, const ByCounter &till)
 {
-    QString html = Html::heading(u"Takings"_s) + byCounter(work, till);
-    if (work.period.kind != ReportPeriod::Kind::Day)
-        html += Html::subheading(u"By day"_s) + byDay(work, till);
-    return html;
+    return Html::heading(u"Takings"_s) + byCounter(work, till) + takingsByDay(work, till);
+}
+
+QString takingsByDay(const PageWork &work, const ByCounter &till)
+{
+    if (work.period.kind == ReportPeriod::Kind::Day)
+        return {};
+    return Html::heading(u"Takings by day"_s) + byDay(work, till);
 }
 
 QString goods(const ByCounter &till)
