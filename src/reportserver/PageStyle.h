@@ -44,7 +44,7 @@ svg text { font-family: inherit; fill: var(--ink); }
 .booked { fill: #78c6cd; } .paid { fill: #17665f; } .ground { fill: #f2de96; }
 svg text.onpaid { fill: #fff; }
 footer { margin-top: 2rem; padding-top: .5rem; border-top: 1px solid var(--line); font-size: .85rem; color: var(--soft); }
-@media (max-width: 40rem) {
+@media screen and (max-width: 40rem) {
     body { padding: 0 .6rem 1.5rem; }
     h1 { font-size: 1.3rem; }
     th, td { padding: .3rem .4rem; }
@@ -63,12 +63,12 @@ footer { margin-top: 2rem; padding-top: .5rem; border-top: 1px solid var(--line)
     nav { display: none; }
     h2 { break-after: avoid; margin-top: 1rem; color: #000; }
     h3 { break-after: avoid; }
-    tr, figure, .tiles { break-inside: avoid; }
+    tr, figure, .tiles, .beside section { break-inside: avoid; }
     thead { display: table-header-group; }
     tfoot { display: table-row-group; }
     th, td { padding: .15rem .4rem; }
     a { color: inherit; text-decoration: none; }
-    figure svg { max-width: 15cm; }
+    figure svg { max-width: 13cm; }
     svg rect { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
 }
 )";
