@@ -28,7 +28,10 @@ public:
     [[nodiscard]] frm_Main *mainWindow() { return m_main.get(); }
 
 private:
+    void openLoginWindow();
     void openMainWindow();
+    /// The next shift logs in without starting the program.
+    void changeShift();
 
     QtPrompts m_prompts;
     frm_Waiting m_waiting;

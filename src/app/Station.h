@@ -38,5 +38,6 @@ struct Station
     Prompts &prompts;
     std::function<QDateTime()> clock;
     QString CurrentStaff; ///< login name of the staff member at this counter
-    QString timeText;     ///< the clock as the main window shows it, written into every remark
+    QString shiftName; ///< "morning" or "evening": as the main window was opened, or of the shift that was ended last
+    QString timeText;  ///< the clock as the main window shows it, written into every remark
 };

@@ -255,11 +255,17 @@ void TillActions::noSale()
     frm_DrawerOpen(m_station, m_window).exec();
 }
 
-void TillActions::tellOfHeldLists()
+QStringList TillActions::namesOfHeldLists() const
 {
     QStringList names;
     for (const Till::Held &held : m_till.held())
         names << held.name + u" ("_s + timeOf(held.since) + u", "_s + held.list.total() + u')';
+    return names;
+}
+
+void TillActions::tellOfHeldLists()
+{
+    const QStringList names = namesOfHeldLists();
     if (!names.isEmpty())
         m_station.prompts.inform(u"Payment lists on hold: "_s + names.join(u", "_s));
 }

@@ -8,6 +8,7 @@
 #include "counter/Till.h"
 
 #include <QObject>
+#include <QStringList>
 
 class QWidget;
 class frm_Change;
@@ -46,6 +47,8 @@ public:
     void printOldReceipt();
     void printLastReceipt();
     void printInvoice(const DaySelection &selection);
+    /// "Kobayashi (15:02, 12.00)"
+    [[nodiscard]] QStringList namesOfHeldLists() const;
     /// Names the lists on hold to who leaves the counter.
     void tellOfHeldLists();
 

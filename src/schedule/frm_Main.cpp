@@ -5,6 +5,7 @@
 #include "app/CounterTables.h"
 #include "app/Errors.h"
 #include "booking/page_WaitingList.h"
+#include "counter/ShiftActions.h"
 #include "counter/TillActions.h"
 #include "counter/page_Counter.h"
 #include "counter/page_Shifts.h"
@@ -94,7 +95,8 @@ void frm_Main::addPages()
     addPage(m_booking, u"book"_s, u"Bookings"_s);
     addPage(m_counterPage, u"items"_s, u"Counter"_s);
     addPage(m_lights, u"light"_s, u"Lights"_s);
-    addPage(new page_Shifts, u"clock"_s, u"Shifts"_s);
+    m_shifts = new page_Shifts(m_station, m_counterPage->actions());
+    addPage(m_shifts, u"clock"_s, u"Shifts"_s);
     addPage(m_waiting, u"add-entry"_s, u"Waiting list"_s);
 }
 
@@ -123,6 +125,9 @@ void frm_Main::connectPages()
     connect(m_booking, &page_Booking::paymentWanted, &till, &TillActions::addHours);
     connect(m_booking, &page_Booking::invoiceWanted, &till, &TillActions::printInvoice);
     connect(&till, &TillActions::hoursTouched, m_booking, [this] { m_booking->afterOperation(false); });
+    connect(&m_shifts->actions(), &ShiftActions::staffChanged, this,
+            [this] { guarded(m_station.prompts, ErrorCode::Database, [this] { showCounter(m_shownCounter); }); });
+    connect(&m_shifts->actions(), &ShiftActions::shiftClosed, this, &frm_Main::changeShift);
     connect(m_counterPage, &page_Counter::listShown, this, [this](const QString &total) {
         const QString title = total.isEmpty() ? u"Counter"_s : u"Counter  "_s + total;
         m_tabs->setTabText(m_tabs->indexOf(m_counterPage), title);
@@ -148,7 +153,7 @@ void frm_Main::load()
     attempt([this] { showCounter(m_shownCounter); }, ok);
     const int hour = m_station.now().time().hour();
     // The start hour itself counts as evening.
-    m_shiftName = hour > m_station.settings.firstHour && hour < eveningHour ? u"morning"_s : u"evening"_s;
+    m_station.shiftName = hour > m_station.settings.firstHour && hour < eveningHour ? u"morning"_s : u"evening"_s;
     m_booking->focusGrid();
     tick();
     m_clock.start();
@@ -269,4 +274,10 @@ void frm_Main::logOut()
 {
     WriteActivityLog(m_station, m_station.CurrentStaff, u"log out"_s);
     QApplication::quit();
+}
+
+void frm_Main::changeShift()
+{
+    WriteActivityLog(m_station, m_station.CurrentStaff, u"log out"_s);
+    Q_EMIT loggedOut();
 }

@@ -19,6 +19,7 @@ class QTabWidget;
 class page_Booking;
 class page_Counter;
 class page_Lights;
+class page_Shifts;
 class page_WaitingList;
 
 /// The one window in which all daily work is done: it composes the pages of SSTab1 and connects them, runs the clock
@@ -35,8 +36,9 @@ public:
     /// with code 5 and the window stays as far as it came.
     void load();
 
-    /// "morning" or "evening", as it was when the window was loaded.
-    [[nodiscard]] QString shiftName() const { return m_shiftName; }
+Q_SIGNALS:
+    /// The shift is over and its staff member logged out: the next one is to log in.
+    void loggedOut();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -60,11 +62,11 @@ private:
     void followOthers();
     bool handleKey(const QKeyEvent &key);
     void logOut();
+    void changeShift();
 
     Station &m_station;
     BookingClipboard m_clipboard;
     int m_shownCounter; ///< whose staff lbl_Counter names
-    QString m_shiftName;
     QTimer m_clock{this};
     bool m_ticking = false;
     std::vector<std::function<void()>> m_missed; ///< steps of loading that the database refused
@@ -78,5 +80,6 @@ private:
     page_Booking *m_booking = nullptr;
     page_Counter *m_counterPage = nullptr;
     page_Lights *m_lights = nullptr;
+    page_Shifts *m_shifts = nullptr;
     page_WaitingList *m_waiting = nullptr;
 };
