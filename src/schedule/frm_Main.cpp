@@ -13,6 +13,9 @@
 #include "look/SteadyTabs.h"
 #include "plan/PlacedPicture.h"
 #include "plan/page_Lights.h"
+#include "schedule/ControlTips.h"
+#include "schedule/HouseBar.h"
+#include "schedule/frm_Help.h"
 #include "schedule/page_Booking.h"
 
 #include <QApplication>
@@ -54,6 +57,9 @@ frm_Main::frm_Main(Station &station, QWidget *parent)
     layout->addWidget(m_tabs, 1);
     setCentralWidget(content);
     connectPages();
+    connectHouse();
+    addControlTips(*this);
+    addTabTips(*m_tabs);
 
     m_clock.setObjectName(u"Clock"_s);
     m_clock.setInterval(clockMilliseconds);
@@ -71,7 +77,7 @@ QWidget *frm_Main::makeHeader()
     m_topImage->setFixedHeight(headerHeight);
     m_counter = new QPushButton;
     m_counter->setObjectName(u"lbl_Counter"_s);
-    m_counter->setToolTip(u"Show the next counter"_s);
+    m_counter->setToolTip(u"Shows who serves the next counter."_s);
     connect(m_counter, &QPushButton::clicked, this, &frm_Main::nextCounter);
     m_noConnection = new QLabel;
     m_noConnection->setObjectName(u"lbl_NoConnection"_s);
@@ -80,7 +86,7 @@ QWidget *frm_Main::makeHeader()
     m_noConnection->hide();
     auto *layout = new QHBoxLayout(m_topImage);
     layout->setContentsMargins(8, 4, 8, 4);
-    layout->addStretch(1);
+    layout->addWidget(m_house = new HouseBar, 1);
     layout->addWidget(m_noConnection);
     layout->addWidget(m_counter);
     return m_topImage;
@@ -132,6 +138,11 @@ void frm_Main::connectPages()
         const QString title = total.isEmpty() ? u"Counter"_s : u"Counter  "_s + total;
         m_tabs->setTabText(m_tabs->indexOf(m_counterPage), title);
     });
+}
+
+void frm_Main::connectHouse()
+{
+    connect(m_house, &HouseBar::helpWanted, this, [this] { (new frm_Help(shownPage()->objectName(), this))->show(); });
 }
 
 void frm_Main::load()
@@ -204,8 +215,10 @@ void frm_Main::loadSpecialGroups()
     for (int group = 1; group <= m_station.settings.SpecialGroupLimit; ++group)
         if (SpecialGroupTableExists(m_station.database, group))
             groups.push_back(group);
-    for (const int group : groups)
+    for (const int group : groups) {
         m_booking->addSpecialGroup(group);
+        m_house->addSpecialGroup(group);
+    }
 }
 
 void frm_Main::showCounter(int counter)

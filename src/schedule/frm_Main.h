@@ -10,6 +10,7 @@
 #include <functional>
 #include <vector>
 
+class HouseBar;
 class Page;
 class PlacedPicture;
 class QKeyEvent;
@@ -48,6 +49,8 @@ private:
     void addPages();
     void addPage(Page *page, const QString &icon, const QString &title);
     void connectPages();
+    /// What the buttons of the house bar open.
+    void connectHouse();
     void loadPictures();
     void loadSpecialGroups();
     /// Runs a step of loading; one that fails is kept for the next successful reading of the day. False when it failed.
@@ -76,6 +79,7 @@ private:
     QTabWidget *m_tabs = nullptr;
     std::vector<Page *> m_pages;
     PlacedPicture *m_topImage = nullptr;
+    HouseBar *m_house = nullptr;
     QPushButton *m_counter = nullptr;
     page_Booking *m_booking = nullptr;
     page_Counter *m_counterPage = nullptr;
