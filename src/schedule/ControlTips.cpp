@@ -16,9 +16,6 @@ const QMap<QString, QString> &tips()
         {u"btn_Clear"_s, u"Clears the selected hours, asks for the reason and keeps it in the history."_s},
         {u"btn_AddEntry"_s, u"Puts a caller on the waiting list of this field and day."_s},
         {u"btn_Paid"_s, u"Puts the selected hours on the payment list of the till."_s},
-        {u"btn_SelectSeveral"_s, u"Lets every tap on an hour add it to the selection or take it out again."_s},
-        {u"btn_Refresh"_s, u"Reads the day from the database again."_s},
-        {u"btn_CloseNotice"_s, u"Closes this notice; the people go on waiting."_s},
         {u"btn_TakeWaiting"_s, u"Takes this person off the waiting list, ready to be pasted into the free hour."_s},
         {u"Calendar"_s, u"Chooses the business day that the grid shows."_s},
         {u"Calendar2"_s, u"Chooses the day whose waiting list is shown."_s},
@@ -39,12 +36,20 @@ const QMap<QString, QString> &tips()
         {u"btn_PrintOldReceipt"_s, u"Prints the receipt of an earlier sale, by its transaction number."_s},
         {u"btn_Pay"_s, u"Takes the money for the payment list (P, or + of the number pad)."_s},
         {u"LightSwitch"_s, u"Sets one row of lights on or off; nothing is noted before Commit."_s},
-        {u"btn_LightCommit"_s,
-         u"Notes the five rows of this field as they are set now, after you have confirmed it."_s},
         {u"ListView_Light"_s, u"What was switched on this field before, the latest first."_s},
         {u"ListView_ShiftFigures"_s, u"What this shift has sold so far, and the money that should be in the drawer."_s},
         {u"ListView_Shifts"_s, u"The shifts that ended in the last 30 days; select one to see its goods."_s},
         {u"ListView_StockMoves"_s, u"What went out of stock in the selected shift, against what was sold."_s},
+        {u"btn_AddEntry2"_s, u"Puts a caller on the waiting list of the chosen field and day."_s},
+        {u"btn_CutEntry"_s, u"Takes the selected entry for pasting into the grid of bookings (Ctrl+X)."_s},
+        {u"btn_ClearEntry"_s, u"Removes the selected entry from the waiting list, after a question (Delete)."_s},
+        {u"txtInfo_LightSelect"_s, u"The number of the light row that was chosen last."_s},
+        {u"txtInfo_FieldSelect"_s, u"The number of the chosen field, counted from 0."_s},
+        {u"Text2"_s, u"The number of the chosen field, counted from 0."_s},
+        {u"CurrentPlayList"_s, u"Who plays on which field in this hour."_s},
+        {u"PreviousPlayList"_s, u"Who played on which field in the hour before."_s},
+        {u"NextPlayList"_s, u"Who plays on which field in the next hour."_s},
+        {u"HourPlayList"_s, u"Who plays on which field in the selected hour."_s},
         {u"ListView_Wait"_s, u"Everybody who waits for the chosen field and day."_s},
     };
     return all;
@@ -73,7 +78,6 @@ void addTabTips(QTabWidget &tabs)
         {u"page_Lights"_s, u"The lights of the fields, and who switched them."_s},
         {u"page_Shifts"_s, u"Ends a shift, hands the counter over, collects cash, and looks back."_s},
         {u"page_WaitingList"_s, u"Who waits for an hour that is taken."_s},
-        {u"Fields"_s, u"Which fields are played on now, and which are free."_s},
     };
     for (int tab = 0; tab < tabs.count(); ++tab)
         tabs.setTabToolTip(tab, all.value(tabs.widget(tab)->objectName()));

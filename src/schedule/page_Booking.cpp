@@ -298,6 +298,5 @@ void page_Booking::showClipboard()
 
 void page_Booking::addSpecialGroup(int group)
 {
-    m_playLists->addSpecialGroup(group);
     m_actions->addSpecialGroup(group);
 }
