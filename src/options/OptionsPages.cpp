@@ -2,12 +2,15 @@
 
 #include "counter/SystemPrinters.h"
 #include "options/frm_Options.h"
+#include "options/page_Centre.h"
+#include "options/page_ThisCounter.h"
 
 using namespace Qt::StringLiterals;
 
-void addOptionsPages(frm_Options & /*window*/, Station & /*station*/, const QString & /*administrator*/,
-                     PrinterDesk & /*desk*/)
+void addOptionsPages(frm_Options &window, Station &station, const QString &administrator, PrinterDesk &desk)
 {
+    window.addPage(u"This counter"_s, u"drawer"_s, new page_ThisCounter(station, administrator, desk));
+    window.addPage(u"The centre"_s, u"options"_s, new page_Centre(station, administrator));
 }
 
 void openOptions(Station &station, const QString &administrator, QWidget *over)
