@@ -4,6 +4,7 @@
 #include "app/CounterTables.h"
 #include "app/Errors.h"
 #include "app/frm_Login.h"
+#include "options/frm_FirstRun.h"
 #include "schedule/frm_Main.h"
 
 #include <QScreen>
@@ -28,6 +29,8 @@ Program::~Program()
 
 bool Program::start()
 {
+    if (frm_FirstRun::isNeeded() && frm_FirstRun(m_prompts).exec() != QDialog::Accepted)
+        return false;
     return guarded(m_prompts, ErrorCode::LoadingForm, [this] {
         AppSettings settings = loadStartupValues();
         LoadSettings(settings);
