@@ -39,9 +39,10 @@ QString refusalOfLogin(const QString &login)
     if (canBeTyped(login))
         return {};
     const QString clean = cleanCredential(login);
-    return sql(u"A login is made of the letters A to Z and a to z and of digits. The login window leaves out everything "
-               "else: of \"%1\" it would make %2."_s,
-               login, clean.isEmpty() ? u"nothing"_s : u'"' + clean + u'"');
+    return sql(
+        u"A login is made of the letters A to Z and a to z and of digits. The login window leaves out everything "
+        "else: of \"%1\" it would make %2."_s,
+        login, clean.isEmpty() ? u"nothing"_s : u'"' + clean + u'"');
 }
 
 QString refusalOfPassword(const TypedPassword &password)
@@ -53,7 +54,8 @@ QString refusalOfPassword(const TypedPassword &password)
     if (password.once.size() > FieldLengths::password)
         return sql(u"A password has at most %1 characters."_s, FieldLengths::password);
     if (!canBeTyped(password.once))
-        return u"A password is made of the letters A to Z and a to z and of digits. The login window leaves out everything "
+        return u"A password is made of the letters A to Z and a to z and of digits. The login window leaves out "
+               u"everything "
                "else, so nobody could log in with this one."_s;
     return {};
 }
@@ -72,9 +74,7 @@ class StaffChange
 {
 public:
     StaffChange(Station &station, QString administrator, const QString &words)
-        : m_station(station),
-          m_administrator(std::move(administrator)),
-          m_operation(station, words, {u"posdb staff"_s})
+        : m_station(station), m_administrator(std::move(administrator)), m_operation(station, words, {u"posdb staff"_s})
     {
     }
 
@@ -144,7 +144,8 @@ QString lastAdministratorText(const QString &login)
 std::vector<StaffMember> readStaff(Database &database)
 {
     DbConnection connection(database);
-    DbRows rows = connection.query(u"SELECT st_id, st_login, st_access, st_lastlogin FROM tbl_staff ORDER BY st_login"_s);
+    DbRows rows =
+        connection.query(u"SELECT st_id, st_login, st_access, st_lastlogin FROM tbl_staff ORDER BY st_login"_s);
     std::vector<StaffMember> staff;
     staff.reserve(std::size_t(rows.size()));
     while (rows.next())
@@ -178,8 +179,7 @@ QString setStaffPassword(Station &station, const QString &administrator, const S
         return refusal;
     StaffChange change(station, administrator, u"The new password of "_s + member.login);
     return change.runFor(member, u"staff: new password for "_s + member.login, [&](StaffChange &all, const Row &row) {
-        all.operation().execute(
-            sql(u"UPDATE tbl_staff SET st_password='%1' WHERE st_id=%2"_s, password.once, row.id));
+        all.operation().execute(sql(u"UPDATE tbl_staff SET st_password='%1' WHERE st_id=%2"_s, password.once, row.id));
         return QString();
     });
 }
@@ -187,16 +187,16 @@ QString setStaffPassword(Station &station, const QString &administrator, const S
 QString setStaffLevel(Station &station, const QString &administrator, const StaffMember &member, AccessLevel level)
 {
     StaffChange change(station, administrator, u"The level of "_s + member.login);
-    return change.runFor(
-        member, sql(u"staff: %1 is %2 now"_s, member.login, inWords(level)), [&](StaffChange &all, const Row &row) {
-            if (row.isAdmin == (level == AccessLevel::Admin))
-                return sql(u"%1 is %2 already."_s, row.login, inWords(level));
-            if (all.isLastAdministrator(row))
-                return lastAdministratorText(row.login);
-            all.operation().execute(
-                sql(u"UPDATE tbl_staff SET st_access=%1 WHERE st_id=%2"_s, accessOf(level), row.id));
-            return QString();
-        });
+    return change.runFor(member, sql(u"staff: %1 is %2 now"_s, member.login, inWords(level)),
+                         [&](StaffChange &all, const Row &row) {
+                             if (row.isAdmin == (level == AccessLevel::Admin))
+                                 return sql(u"%1 is %2 already."_s, row.login, inWords(level));
+                             if (all.isLastAdministrator(row))
+                                 return lastAdministratorText(row.login);
+                             all.operation().execute(
+                                 sql(u"UPDATE tbl_staff SET st_access=%1 WHERE st_id=%2"_s, accessOf(level), row.id));
+                             return QString();
+                         });
 }
 
 QString removeStaff(Station &station, const QString &administrator, const StaffMember &member)

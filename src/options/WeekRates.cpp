@@ -57,8 +57,8 @@ bool isUseless(const RateRow &row)
 /// Which rows have to be written for a week.
 struct Changes
 {
-    std::vector<RateRow> wanted;    ///< that do not stand yet
-    std::vector<RateRow> leftOver;  ///< that stand and are not wanted
+    std::vector<RateRow> wanted;   ///< that do not stand yet
+    std::vector<RateRow> leftOver; ///< that stand and are not wanted
 
     Changes(const std::vector<RateRow> &standing, const WeekRates &week)
     {
@@ -151,8 +151,8 @@ QString stretchesInWords(WorkingHours hours, Told told)
             follows = words.has_value();
         }
         for (const Stretch &stretch : stretches)
-            lines << sql(u"%1 %2 to %3%4"_s, rateDay(day), hourText(stretch.first), hourRangeText(stretch.last).right(5),
-                         stretch.words);
+            lines << sql(u"%1 %2 to %3%4"_s, rateDay(day), hourText(stretch.first),
+                         hourRangeText(stretch.last).right(5), stretch.words);
     }
     return lines.join(u"; "_s);
 }
@@ -229,9 +229,8 @@ bool saveRates(Station &station, const QString &administrator, const RateKey &ke
 
 QString gapsInWords(const WeekRates &week, WorkingHours hours)
 {
-    return stretchesInWords(hours, [&](int day, int hour) {
-        return week.price(day, hour) ? std::nullopt : std::optional(QString());
-    });
+    return stretchesInWords(
+        hours, [&](int day, int hour) { return week.price(day, hour) ? std::nullopt : std::optional(QString()); });
 }
 
 QString overlapsInWords(const WeekRates &week, WorkingHours hours)

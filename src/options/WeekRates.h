@@ -43,7 +43,10 @@ private:
         std::vector<double> others = {};
         bool operator==(const Cell &) const = default;
     };
-    [[nodiscard]] const Cell &at(int day, int hour) const { return m_cells.at(std::size_t(day)).at(std::size_t(hour % clockHours)); }
+    [[nodiscard]] const Cell &at(int day, int hour) const
+    {
+        return m_cells.at(std::size_t(day)).at(std::size_t(hour % clockHours));
+    }
 
     std::array<std::array<Cell, clockHours>, days> m_cells;
 };
