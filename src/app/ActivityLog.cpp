@@ -2,6 +2,7 @@
 
 #include "app/Errors.h"
 #include "app/Formats.h"
+#include "app/Operation.h"
 #include "app/SqlText.h"
 
 using namespace Qt::StringLiterals;
@@ -18,4 +19,10 @@ void WriteActivityLog(Station &station, const QString &staffName, const QString 
         DbConnection connection(station.database);
         connection.execute(activityLogStatement(station, staffName, action));
     });
+}
+
+void logWithin(Operation &operation, const Station &station, const QString &staffName, const QString &action)
+{
+    operation.insertProof(activityLogStatement(station, literal(staffName), literal(action)), u"tbl_log"_s,
+                          u"log_id"_s, sql(u"log_do='%1'"_s, literal(action)));
 }

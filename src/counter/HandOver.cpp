@@ -9,16 +9,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-void insertActivity(Operation &operation, const Station &station, const QString &login, const QString &action)
-{
-    operation.insertProof(activityLogStatement(station, login, action), u"tbl_log"_s, u"log_id"_s,
-                          sql(u"log_do='%1'"_s, action));
-}
-
-} // namespace
-
 void requestHandOver(Station &station, const QString &login)
 {
     WriteActivityLog(station, station.CurrentStaff, sql(u"HandOver requested by %1, drawer open"_s, login));
@@ -32,7 +22,7 @@ void handOver(Station &station, const QString &login, const QString &amount)
             activityLogStatement(station, station.CurrentStaff,
                                  sql(u"Handover at %1, will change user now"_s, plainNumber(leadingNumber(amount)))));
         operation.execute(counterStaffStatement(station.settings.ThisCounter, login));
-        insertActivity(operation, station, login, u"logging in"_s);
+        logWithin(operation, station, login, u"logging in"_s);
         operation.execute(lastLoginStatement(station, login));
         return true;
     });
@@ -43,7 +33,7 @@ void collectCash(Station &station, const QString &amount)
 {
     Operation operation(station, u"The collection of cash"_s);
     operation.run([&] {
-        insertActivity(operation, station, station.CurrentStaff,
+        logWithin(operation, station, station.CurrentStaff,
                        u"Cash Collected "_s + plainNumber(leadingNumber(amount)));
         return true;
     });
