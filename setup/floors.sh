@@ -6,7 +6,7 @@ readonly floors_of_src='look
 app
 plan records
 booking
-counter reports
+counter reports reportserver
 options
 schedule'
 

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "reports/Browser.h"
+
+#include <QUrl>
+#include <QWebEnginePage>
+#include <QWebEngineProfile>
+#include <QWebEngineUrlRequestInterceptor>
+#include <QWebEngineView>
+
+/// Refuses whatever a page wants of other hosts.
+class HostGuard : public QWebEngineUrlRequestInterceptor
+{
+    Q_OBJECT
+
+public:
+    void setHome(const QUrl &home) { m_home = home; }
+    [[nodiscard]] bool isHome(const QUrl &address) const;
+    void interceptRequest(QWebEngineUrlRequestInfo &info) override;
+
+private:
+    QUrl m_home;
+};
+
+/// A page that does not leave its host: a link elsewhere opens in the system's browser.
+class HomePage : public QWebEnginePage
+{
+    Q_OBJECT
+
+public:
+    HomePage(QWebEngineProfile &profile, const HostGuard &guard);
+
+protected:
+    bool acceptNavigationRequest(const QUrl &address, NavigationType type, bool isMainFrame) override;
+    /// What wants a window of its own is shown in this one.
+    QWebEnginePage *createWindow(WebWindowType /*type*/) override { return this; }
+
+private:
+    const HostGuard &m_guard;
+};
+
+class EmbeddedBrowser : public QObject, public BrowserView
+{
+    Q_OBJECT
+
+public:
+    explicit EmbeddedBrowser(QWidget *parent);
+
+    [[nodiscard]] QWidget *widget() override { return m_view.get(); }
+    void load(const QUrl &address, std::function<void(bool)> ended) override;
+    void print(QPrinter &printer, std::function<void(bool)> done) override;
+
+private:
+    // In this order: the view goes first, and the profile last.
+    HostGuard m_guard;
+    QWebEngineProfile m_profile; ///< without a name: nothing of it is kept
+    HomePage m_page;
+    std::unique_ptr<QWebEngineView> m_view;
+    std::function<void(bool)> m_ended;
+    std::function<void(bool)> m_printed;
+};
+
+class EmbeddedBrowserPlugin : public QObject, public BrowserPlugin
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID BrowserPlugin_iid)
+    Q_INTERFACES(BrowserPlugin)
+
+public:
+    EmbeddedBrowserPlugin();
+    [[nodiscard]] std::unique_ptr<BrowserView> makeView(QWidget *parent) override;
+};

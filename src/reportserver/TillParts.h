@@ -1,0 +1,19 @@
+#pragma once
+
+#include "reportserver/PageFrame.h"
+#include "reportserver/TillFigures.h"
+
+#include <map>
+
+/// Parts of pages about what the counters took.
+namespace TillParts {
+
+using ByCounter = std::map<int, TillFigures>;
+
+Takings sumOf(const ByCounter &till);
+/// Takings of each counter by kind; for more than a day those of each day too.
+QString takings(const PageWork &work, const ByCounter &till);
+QString goods(const ByCounter &till);
+QString shifts(const std::vector<EndedShift> &shifts);
+
+} // namespace TillParts
