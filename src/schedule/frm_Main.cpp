@@ -15,6 +15,7 @@
 #include "plan/page_Lights.h"
 #include "schedule/ControlTips.h"
 #include "schedule/HouseBar.h"
+#include "schedule/HouseWindows.h"
 #include "schedule/frm_Help.h"
 #include "schedule/page_Booking.h"
 
@@ -142,6 +143,15 @@ void frm_Main::connectPages()
 
 void frm_Main::connectHouse()
 {
+    auto *windows = new HouseWindows(m_station, m_counterPage->actions(), this);
+    connect(m_house, &HouseBar::membersWanted, windows, &HouseWindows::openMembers);
+    connect(m_house, &HouseBar::groupWanted, windows, &HouseWindows::openGroup);
+    connect(m_house, &HouseBar::studentsWanted, windows, &HouseWindows::openStudents);
+    connect(m_house, &HouseBar::itemsWanted, windows, &HouseWindows::openItems);
+    connect(m_house, &HouseBar::optionsWanted, windows, &HouseWindows::openOptions);
+    connect(m_house, &HouseBar::summaryWanted, windows, [=, this] { windows->openSummary(m_booking->day()); });
+    connect(m_shifts, &page_Shifts::mailWanted, windows, &HouseWindows::openMail);
+    connect(windows, &HouseWindows::itemsTouched, m_counterPage, &page_Counter::RefreshStore);
     connect(m_house, &HouseBar::helpWanted, this, [this] { (new frm_Help(shownPage()->objectName(), this))->show(); });
 }
 
