@@ -268,8 +268,8 @@ QStringList TillActions::namesOfHeldLists() const
 QStringList TillActions::listsHolding(const QString &itemName) const
 {
     const auto holds = [&](const PaymentList &list) {
-        return std::ranges::any_of(
-            list.lines(), [&](const PaymentLine &line) { return !line.hour && line.text == itemName; });
+        return std::ranges::any_of(list.lines(),
+                                   [&](const PaymentLine &line) { return !line.hour && line.text == itemName; });
     };
     QStringList names;
     if (holds(m_till.list()))

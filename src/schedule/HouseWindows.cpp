@@ -80,8 +80,7 @@ void HouseWindows::openOptions()
     const QString administrator = administratorFor(u"Open the options"_s);
     if (administrator.isEmpty())
         return;
-    guarded(m_station.prompts, ErrorCode::LoadingForm,
-            [&] { ::openOptions(m_station, administrator, m_window); });
+    guarded(m_station.prompts, ErrorCode::LoadingForm, [&] { ::openOptions(m_station, administrator, m_window); });
     Q_EMIT itemsTouched();
 }
 

@@ -300,3 +300,8 @@ void page_Booking::addSpecialGroup(int group)
 {
     m_actions->addSpecialGroup(group);
 }
+
+QString page_Booking::day() const
+{
+    return m_chooser->day();
+}

@@ -1,5 +1,6 @@
 #include "reports/browser/EmbeddedBrowser.h"
 
+#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QOpenGLContext>
 #include <QPrinter>
