@@ -27,7 +27,7 @@ void HouseWindows::openBeside(const QString &name, Arguments &&...arguments)
             open = new Window(m_station, std::forward<Arguments>(arguments)..., m_window);
             open->setAttribute(Qt::WA_DeleteOnClose);
         }
-        open->show();
+        open->setVisible(true);
         open->raise();
         open->activateWindow();
     });
@@ -53,7 +53,7 @@ void HouseWindows::openGroup(int group)
     guarded(m_station.prompts, ErrorCode::LoadingForm, [&] {
         auto *window = new frm_Members_Dynamic(m_station, group, m_window);
         window->setAttribute(Qt::WA_DeleteOnClose);
-        window->show();
+        window->setVisible(true);
     });
 }
 
@@ -90,7 +90,7 @@ void HouseWindows::openSummary(const QString &day)
         auto *window = new frm_Summary(m_station, day, m_window);
         window->setAttribute(Qt::WA_DeleteOnClose);
         connect(window, &frm_Summary::mailWanted, this, &HouseWindows::mailReport);
-        window->show();
+        window->setVisible(true);
     });
 }
 
