@@ -5,6 +5,7 @@
 #include "Bookings.h"
 #include "Comparison.h"
 #include "Painted.h"
+#include "ServedReports.h"
 #include "StartedWindows.h"
 #include "app/Application.h"
 #include "app/Formats.h"
@@ -99,7 +100,7 @@ public:
         m_station.readClock();
     }
 
-    /// All of "refresh", "operations", "till", "flushed" and "windows", or only the ones that are named.
+    /// All of "refresh", "operations", "till", "reports", "flushed" and "windows", or only the ones that are named.
     void run(const QStringList &wanted)
     {
         const auto isWanted = [&](const QString &part) { return wanted.isEmpty() || wanted.contains(part); };
@@ -111,6 +112,8 @@ public:
             compareOperations();
         if (isWanted(u"till"_s))
             compareTill();
+        if (isWanted(u"reports"_s))
+            compareReports();
         if (isWanted(u"windows"_s))
             compareWindows();
         if (isWanted(u"flushed"_s))
@@ -432,6 +435,26 @@ private:
         unpainted.bare = whole.bare;
         whole.print();
         unpainted.print();
+    }
+
+    /// Four visitors at the same time, against the bare statements of a page: 10 milliseconds a page are 100 pages a
+    /// second.
+    void compareReports()
+    {
+        constexpr int rounds = 21;
+        constexpr int visitors = 4;
+        constexpr int times = 10;
+        constexpr double most = 10; // milliseconds
+        const ServedReports served(m_settings);
+        const QString path = u"/report/booking.asp?date="_s + sqlDate(m_day);
+        served.visit(path, visitors, times); // every thread connects
+        const QByteArrayList statements = statementsOf([&] { served.visit(path, 1, 1); });
+        Comparison comparison{u"a page of the report server"_s, 0, most};
+        for (int i = 0; i < rounds; ++i) {
+            comparison.ours.push_back(milliseconds([&] { served.visit(path, visitors, times); }) / (visitors * times));
+            comparison.bare.push_back(milliseconds([&] { m_bare.sendAll(statements); }));
+        }
+        comparison.print();
     }
 
     void compareWindows()

@@ -32,3 +32,18 @@ GRANT INSERT ON posdb.tbl_log TO '$backup_account'@'$1';
 GRANT ALL ON \`tamsora\_restored\`.* TO '$backup_account'@'$1';
 END
 }
+
+# The report server's account, which can change nothing.
+readonly reports_account=tamsora_reports
+
+create_reports_account_sql() {
+    printf "CREATE USER IF NOT EXISTS '%s'@'%s' IDENTIFIED BY '%s';\n" "$reports_account" "$1" "$2"
+}
+
+change_reports_password_sql() {
+    printf "ALTER USER '%s'@'%s' IDENTIFIED BY '%s';\n" "$reports_account" "$1" "$2"
+}
+
+reports_grant_sql() {
+    printf "GRANT SELECT ON posdb.* TO '%s'@'%s';\n" "$reports_account" "$1"
+}

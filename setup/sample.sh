@@ -23,6 +23,7 @@ open_sample() {
     elif [[ -n $(find "$folder/loaded" -mtime +7) ]]; then
         say "This sample centre's bookings grow old; ./run --reset makes new ones from today on."
     fi
+    ensure_reports "$folder"
     end_setup
 }
 
@@ -56,7 +57,7 @@ remove_sample() {
     flock --nonblock 8 || fail "A counter of the sample centre is open; close it first."
     stop_server "$folder"
     # The lock files stay: a copy that waits for them must not be left with a lock on a file that is gone.
-    rm -rf "$folder"/{data,data.new,loaded,password,server.log} "$folder"/counter-*/tamsora.ini
+    rm -rf "$folder"/{data,data.new,loaded,password,server.log,reports.ini,reports.log} "$folder"/counter-*/tamsora.ini
     exec 8>&- 9>&-
 }
 
@@ -93,6 +94,7 @@ write_settings() {
     socket=$(server_socket "$1")
     password=$(<"$1/password")
     if [[ -e $file ]] && grep -qF "database_server=$socket" "$file" && grep -qF "database_password=$password" "$file"; then
+        lead_to_reports "$1" "$file"
         return
     fi
     text=$(<"$project/database/sample_centre.ini")
@@ -101,4 +103,5 @@ write_settings() {
     text=${text//@PASSWORD@/"$password"}
     text=${text//@COUNTER@/"$2"}
     (umask 077 && printf '%s\n' "$text" >"$file")
+    lead_to_reports "$1" "$file"
 }

@@ -6,6 +6,8 @@
 # so the last copy may end in any way, a kill included. FOLDER/setup.lock, on descriptor 9, is held while the server is
 # made, started or stopped. A folder that holds a file named "temporary" is removed together with its server.
 
+source "$project/setup/reports.sh"
+
 # mariadbd runs as root only when told so.
 server_user=()
 if ((EUID == 0)); then
@@ -116,6 +118,7 @@ wait_for_server() {
 # SIGTERM is the server's ordinary way to end. After a minute without success it is left alone: killing it helps nobody.
 stop_server() {
     local pid tries
+    stop_reports "$1"
     pid=$(server_pid "$1") || return 0
     kill -TERM "$pid"
     for ((tries = 0; tries < 600; tries++)); do

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <set>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
@@ -33,6 +34,18 @@ std::map<int, BookedSum> BookingFigures::sumByField() const
     for (const BookedHour &hour : hours)
         sums[hour.field].add(hour);
     return sums;
+}
+
+std::map<int, int> BookingFigures::takenByField() const
+{
+    std::set<std::tuple<int, QString, int>> taken;
+    for (const auto *list : {&hours, &marks})
+        for (const BookedHour &hour : *list)
+            taken.emplace(hour.field, hour.day, hour.hour);
+    std::map<int, int> counts;
+    for (const auto &[field, day, hour] : taken)
+        ++counts[field];
+    return counts;
 }
 
 int BookingFigures::allWaiting() const

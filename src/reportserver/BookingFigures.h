@@ -45,6 +45,8 @@ struct BookingFigures
     std::map<int, int> waiting;    ///< entries of the waiting list by field
 
     [[nodiscard]] BookedSum sum() const;
+    /// Hours on which nobody else can be booked, by field: the booked ones, and those whose ground is taken.
+    [[nodiscard]] std::map<int, int> takenByField() const;
     [[nodiscard]] std::map<int, BookedSum> sumByField() const;
     [[nodiscard]] int allWaiting() const;
 };

@@ -35,16 +35,20 @@ QString tiles(const PageWork &work, const BookingFigures &figures, const Takings
 {
     const BookedSum sum = figures.sum();
     const int open = openHours(work) * work.settings.fields();
+    int taken = 0;
+    for (const auto &[field, count] : figures.takenByField())
+        taken += count;
     int owed = 0;
     for (const BookedHour &hour : figures.hours)
         owed += !hour.isPaid() && isPlayed(work, hour) ? 1 : 0;
     return Html::tiles({{u"Hours booked"_s, QString::number(sum.hours),
-                         u"%1 of %2"_s.arg(percentText(sum.hours, open), QString::number(open))},
+                         sum.extraMinutes > 0 ? u"and %1 extra minutes"_s.arg(sum.extraMinutes) : QString()},
+                        {u"Occupancy"_s, percentText(taken, open),
+                         u"%1 of %2 hours, with shared ground"_s.arg(QString::number(taken), QString::number(open))},
                         {u"Hours paid"_s, QString::number(sum.paidHours), u"worth "_s + moneyText(sum.paid)},
                         {u"Hours not paid"_s, QString::number(sum.unpaidHours()), u"%1 of them are played"_s.arg(owed)},
                         {u"Taken at the counters"_s, moneyText(takings.all()),
                          u"hours %1, goods %2"_s.arg(moneyText(takings.hours), moneyText(takings.goods))},
-                        {u"Extra time"_s, QString::number(sum.extraMinutes), u"minutes"_s},
                         {u"Waiting list"_s, QString::number(figures.allWaiting()), u"entries"_s}});
 }
 
@@ -52,7 +56,7 @@ QString fields(const PageWork &work, const BookingFigures &figures)
 {
     Html::Table table{{{u"Field"_s},
                        {u"Booked"_s, true},
-                       {u"Of all hours"_s, true},
+                       {u"Occupancy"_s, true},
                        {u"Paid"_s, true},
                        {u"Not paid"_s, true},
                        {u"Amount paid"_s, true},
@@ -61,13 +65,16 @@ QString fields(const PageWork &work, const BookingFigures &figures)
     std::map<int, BookedSum> sums = figures.sumByField();
     for (int field = 0; field < work.settings.fields(); ++field)
         sums[field];
-    const int open = openHours(work);
-    for (const auto &[field, sum] : sums) {
-        const auto waiting = figures.waiting.find(field);
-        table.rows.push_back({work.settings.fieldName(field), QString::number(sum.hours), percentText(sum.hours, open),
-                              QString::number(sum.paidHours), QString::number(sum.unpaidHours()), moneyText(sum.paid),
-                              QString::number(waiting == figures.waiting.end() ? 0 : waiting->second)});
-    }
+    const auto countOf = [](const std::map<int, int> &counts, int field) {
+        const auto found = counts.find(field);
+        return found == counts.end() ? 0 : found->second;
+    };
+    const std::map<int, int> taken = figures.takenByField();
+    for (const auto &[field, sum] : sums)
+        table.rows.push_back({work.settings.fieldName(field), QString::number(sum.hours),
+                              percentText(countOf(taken, field), openHours(work)), QString::number(sum.paidHours),
+                              QString::number(sum.unpaidHours()), moneyText(sum.paid),
+                              QString::number(countOf(figures.waiting, field))});
     return Html::heading(u"Fields"_s) + Html::table(table);
 }
 
@@ -133,10 +140,11 @@ QByteArray bookingPage(const PageWork &work)
         for (EndedShift &shift : readShifts(work.connection, counter, work.period, hours))
             shifts.push_back(std::move(shift));
     }
-    QString content = tiles(work, figures, TillParts::sumOf(till)) + Html::heading(u"Occupancy"_s) +
-                      occupancyPicture(figures, work.period, work.settings) + fields(work, figures) +
-                      TillParts::takings(work, till) + unpaid(work, figures) + TillParts::shifts(shifts) +
-                      TillParts::goods(till);
+    QString content =
+        tiles(work, figures, TillParts::sumOf(till)) +
+        Html::sideBySide(Html::heading(u"Occupancy"_s) + occupancyPicture(figures, work.period, work.settings),
+                         fields(work, figures)) +
+        TillParts::takings(work, till) + unpaid(work, figures) + TillParts::shifts(shifts) + TillParts::goods(till);
     if (work.period.kind == ReportPeriod::Kind::Day)
         content += bookings(work, figures);
     return framed(work, u"Bookings: "_s + work.period.inWords(), navigation(work, 0), content);

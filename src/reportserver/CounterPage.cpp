@@ -67,7 +67,7 @@ QByteArray counterPage(const PageWork &work, int counter)
     const TillParts::ByCounter alone{{counter, till}};
     QString content = tiles(work, counter, till, sales) +
                       TillParts::shifts(readShifts(work.connection, counter, work.period, hours)) +
-                      TillParts::takings(work, alone) + TillParts::goods(alone) + byStaff(sales);
+                      TillParts::takingsByDay(work, alone) + TillParts::goods(alone) + byStaff(sales);
     if (work.period.kind == ReportPeriod::Kind::Day)
         content += salesList(sales);
     return framed(work, u"Counter %1: "_s.arg(counter) + work.period.inWords(), navigation(work, counter), content);

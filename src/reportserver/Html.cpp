@@ -92,6 +92,11 @@ QString tiles(const std::vector<Tile> &tiles)
     return html + u"</dl>\n"_s;
 }
 
+QString sideBySide(const QString &first, const QString &second)
+{
+    return u"<div class=\"beside\"><section>"_s + first + u"</section><section>"_s + second + u"</section></div>\n"_s;
+}
+
 QString heading(const QString &text)
 {
     return u"<h2>"_s + escaped(text) + u"</h2>\n"_s;

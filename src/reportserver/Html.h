@@ -47,6 +47,8 @@ struct Tile
 };
 QString tiles(const std::vector<Tile> &tiles);
 
+/// Two parts beside each other where there is room.
+QString sideBySide(const QString &first, const QString &second);
 QString heading(const QString &text);
 QString subheading(const QString &text);
 QString paragraph(const QString &text);

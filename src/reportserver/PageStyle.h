@@ -34,6 +34,7 @@ th, td { padding: .35rem .6rem; text-align: start; vertical-align: top; border-b
 th { font-size: .85rem; color: var(--soft); }
 .figure { text-align: end; font-variant-numeric: tabular-nums; overflow-wrap: normal; }
 tfoot td { font-weight: 700; border-top: 2px solid var(--accent); }
+@media (min-width: 62rem) { .beside { display: grid; grid-template-columns: minmax(0, 26rem) minmax(0, 1fr); gap: 1.5rem; } }
 figure { margin: .5rem 0; }
 figure svg { display: block; width: 100%; max-width: 52rem; height: auto; background: #fff; border: 1px solid var(--line); }
 figcaption { font-size: .9rem; color: var(--soft); }

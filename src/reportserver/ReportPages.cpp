@@ -87,16 +87,21 @@ QByteArray indexPage(const PageWork &work)
     return framed(work, u"Reports"_s, {}, content);
 }
 
+using MakePage = std::function<QByteArray(const PageWork &)>;
+
 /// All that a page reads, it reads as of one moment.
-QByteArray pageOfOneMoment(DbConnection &connection, const std::function<QByteArray()> &make)
+QByteArray pageOfOneMoment(const ReportSettings &settings, Database &database, const QDateTime &now,
+                           const ReportPeriod &period, const MakePage &make)
 {
+    DbConnection connection(database);
     try {
+        const PageWork work{settings, connection, now, period, readCounters(connection)};
         connection.execute(u"START TRANSACTION WITH CONSISTENT SNAPSHOT, READ ONLY"_s);
-        QByteArray page = make();
+        QByteArray page = make(work);
         connection.execute(u"COMMIT"_s);
         return page;
     } catch (const std::exception &) {
-        connection.drop();
+        connection.drop(); // whatever state it is in
         throw;
     }
 }
@@ -110,13 +115,19 @@ QByteArray pageFor(const ReportSettings &settings, Database &database, const QDa
         throw RefusedRequest(404, u"There is no such page. The reports begin at the first page of this server."_s);
     // Before the database is asked for anything.
     const auto period = ReportPeriod::around(kindIn(request), dayOf(request, businessDayOf(now, settings.hours())));
-    const QString wantedCounter = isCounter ? counterIn(request) : QString();
-    DbConnection connection(database);
-    const PageWork work{settings, connection, now, period, readCounters(connection)};
-    const int counter = isCounter ? existing(wantedCounter, work.counters) : 0;
-    return pageOfOneMoment(connection, [&] {
-        return isBookings ? bookingPage(work) : isCounter ? counterPage(work, counter) : indexPage(work);
-    });
+    const QString wanted = isCounter ? counterIn(request) : QString();
+    const auto page = [&] {
+        return pageOfOneMoment(settings, database, now, period, [&](const PageWork &work) {
+            return isBookings  ? bookingPage(work)
+                   : isCounter ? counterPage(work, existing(wanted, work.counters))
+                               : indexPage(work);
+        });
+    };
+    try {
+        return page();
+    } catch (const DbError &) {
+        return page(); // over a new connection: the server may have been started anew
+    }
 }
 
 } // namespace

@@ -33,29 +33,78 @@ QString byCounter(const PageWork &work, const ByCounter &till)
     return Html::table(table);
 }
 
-// By day, every day of the period, also those on which nothing was sold.
+// Every day of the period, also those on which nothing was sold.
+std::vector<QString> daysOf(const ReportPeriod &period)
+{
+    std::vector<QString> days;
+    days.reserve(std::size_t(period.days()));
+    for (QDate day = period.first; day <= period.last; day = day.addDays(1))
+        days.push_back(sqlDate(day));
+    return days;
+}
+
+Takings takingsOn(const TillFigures &figures, const QString &day)
+{
+    const auto found = figures.byDay.find(day);
+    return found == figures.byDay.end() ? Takings() : found->second;
+}
+
+/// With a column for each counter when there are several.
+Html::Table tableByDay(const ByCounter &till)
+{
+    Html::Table table{{{u"Day"_s}}};
+    if (till.size() > 1)
+        for (const auto &[counter, figures] : till)
+            table.columns.push_back({counterName(counter), true});
+    table.columns.insert(table.columns.end(),
+                         {{u"Hours"_s, true}, {u"Goods"_s, true}, {u"Together"_s, true}, {QString()}});
+    table.isWide = true;
+    return table;
+}
+
+std::vector<Html::Cell> rowByDay(const Html::Cell &first, const std::vector<qint64> &byCounter, const Takings &takings)
+{
+    std::vector<Html::Cell> row{first};
+    if (byCounter.size() > 1)
+        for (const qint64 amount : byCounter)
+            row.emplace_back(moneyText(amount));
+    for (const qint64 amount : {takings.hours, takings.goods, takings.all()})
+        row.emplace_back(moneyText(amount));
+    return row;
+}
+
+QString dayPath(const ByCounter &till, QDate day)
+{
+    return till.size() == 1 ? counterPath(till.begin()->first, ReportPeriod::Kind::Day, day)
+                            : bookingPath(ReportPeriod::Kind::Day, day);
+}
+
 QString byDay(const PageWork &work, const ByCounter &till)
 {
-    std::map<QString, Takings> days;
-    for (QDate day = work.period.first; day <= work.period.last; day = day.addDays(1))
-        days[sqlDate(day)];
-    for (const auto &[counter, figures] : till)
-        for (const auto &[day, takings] : figures.byDay)
-            days[day] += takings;
-    qint64 most = 1;
-    for (const auto &[day, takings] : days)
-        most = std::max(most, takings.all());
-    Html::Table table{{{u"Day"_s}, {u"Hours"_s, true}, {u"Goods"_s, true}, {u"Together"_s, true}, {}}};
-    for (const auto &[day, takings] : days) {
+    Html::Table table = tableByDay(till);
+    std::vector<Takings> sums;
+    for (const QString &day : daysOf(work.period)) {
+        Takings all;
+        std::vector<qint64> byCounter;
+        for (const auto &[counter, figures] : till) {
+            const Takings takings = takingsOn(figures, day);
+            byCounter.push_back(takings.all());
+            all += takings;
+        }
         const QDate date = QDate::fromString(day, Qt::ISODate);
-        table.rows.push_back({{weekdayName(date).left(3) + u' ' + day, bookingPath(ReportPeriod::Kind::Day, date)},
-                              moneyText(takings.hours),
-                              moneyText(takings.goods),
-                              moneyText(takings.all()),
-                              Html::Cell::bar(double(takings.all()) / double(most))});
+        sums.push_back(all);
+        table.rows.push_back(rowByDay({weekdayName(date).left(3) + u' ' + day, dayPath(till, date)}, byCounter, all));
     }
-    const Takings all = sumOf(till);
-    table.sums = {u"All days"_s, moneyText(all.hours), moneyText(all.goods), moneyText(all.all()), {}};
+    qint64 most = 1;
+    for (const Takings &sum : sums)
+        most = std::max(most, sum.all());
+    for (std::size_t i = 0; i < sums.size(); ++i)
+        table.rows[i].push_back(Html::Cell::bar(double(sums[i].all()) / double(most)));
+    std::vector<qint64> byCounter;
+    for (const auto &[counter, figures] : till)
+        byCounter.push_back(figures.sum().all());
+    table.sums = rowByDay(u"All days"_s, byCounter, sumOf(till));
+    table.sums.emplace_back();
     return Html::table(table);
 }
 
@@ -71,10 +120,14 @@ Takings sumOf(const ByCounter &till)
 
 QString takings(const PageWork &work, const ByCounter &till)
 {
-    QString html = Html::heading(u"Takings"_s) + byCounter(work, till);
-    if (work.period.kind != ReportPeriod::Kind::Day)
-        html += Html::subheading(u"By day"_s) + byDay(work, till);
-    return html;
+    return Html::heading(u"Takings"_s) + byCounter(work, till) + takingsByDay(work, till);
+}
+
+QString takingsByDay(const PageWork &work, const ByCounter &till)
+{
+    if (work.period.kind == ReportPeriod::Kind::Day)
+        return {};
+    return Html::heading(u"Takings by day"_s) + byDay(work, till);
 }
 
 QString goods(const ByCounter &till)

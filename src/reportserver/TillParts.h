@@ -13,6 +13,8 @@ using ByCounter = std::map<int, TillFigures>;
 Takings sumOf(const ByCounter &till);
 /// Takings of each counter by kind; for more than a day those of each day too.
 QString takings(const PageWork &work, const ByCounter &till);
+/// Nothing for a single day.
+QString takingsByDay(const PageWork &work, const ByCounter &till);
 QString goods(const ByCounter &till);
 QString shifts(const std::vector<EndedShift> &shifts);
 
