@@ -51,6 +51,10 @@ frm_Options::frm_Options(Station &station, QWidget *parent)
     m_names->setFixedWidth(widthOfNames);
     m_names->setIconSize({24, 24});
     m_names->setSpacing(2);
+    QPalette colours = m_names->palette(); // the drawings are dark
+    colours.setColor(QPalette::Highlight, Look::booked.background);
+    colours.setColor(QPalette::HighlightedText, Look::booked.text);
+    m_names->setPalette(colours);
     connect(m_names, &QListWidget::currentRowChanged, this, &frm_Options::choose);
     Look::paint(*m_restart, Look::shared);
     m_restart->setMargin(8);

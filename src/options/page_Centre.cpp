@@ -3,7 +3,6 @@
 #include "app/Errors.h"
 #include "app/Station.h"
 #include "look/SteadyTabs.h"
-#include "look/WrappedLabel.h"
 #include "options/OptionsForm.h"
 #include "options/PlanPart.h"
 #include "options/SettingsDraft.h"
@@ -14,6 +13,7 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -27,6 +27,7 @@ using namespace OptionsForm;
 namespace {
 
 constexpr int mostCounters = 99;
+constexpr int leastHeight = 440; // of the tabs
 
 // "08:00"
 QString hourText(int hour)
@@ -82,8 +83,10 @@ page_Centre::page_Centre(Station &station, const QString &administrator, QWidget
     tabs->addTab(makeFields(), u"Fields and &hours"_s);
     tabs->addTab(makeReceipts(), u"Receipts and &counters"_s);
     tabs->addTab(m_plans, u"&Plans"_s);
+    tabs->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored); // lists take the room that there is
+    tabs->setMinimumHeight(leastHeight);
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setContentsMargins(0, 0, 8, 0);
     layout->setSpacing(8);
     layout->addWidget(tabs, 1);
     layout->addWidget(makeCopyLine());
@@ -138,7 +141,7 @@ QWidget *page_Centre::makeHoursAndPairs()
         addFigure(hours, u"&First hour"_s, u"spn_FirstHour"_s, u"The hour at which the business day begins."_s, 1, 23);
     m_lastHour = addFigure(hours, u"&Last hour after midnight"_s, u"spn_LastHour"_s,
                            u"The last hour that can be booked after midnight; 2 means until 03:00."_s, 0, 22);
-    m_hours = wrappedLabel(u"lbl_Hours"_s, {});
+    m_hours = words(u"lbl_Hours"_s, {});
     hours->addRow(m_hours);
     QFormLayout *pairs = addGroup(column, u"Fields that share their ground"_s);
     m_pairList->setObjectName(u"ListView_Pairs"_s);
@@ -210,9 +213,9 @@ QWidget *page_Centre::makeCopyLine()
     auto *layout = new QHBoxLayout(line);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
-    layout->addWidget(wrappedLabel(u"lbl_OwnFile"_s,
-                                   u"Each counter has its own settings file; what is saved here changes this counter's "
-                                   "alone. Make the same changes at the others, or copy this file for them."_s),
+    layout->addWidget(words(u"lbl_OwnFile"_s,
+                            u"Each counter has its own settings file; what is saved here changes this counter's "
+                            "alone. Make the same changes at the others, or copy this file for them."_s),
                       1);
     m_copyFor = new QSpinBox;
     m_copyFor->setObjectName(u"spn_CopyFor"_s);
@@ -232,13 +235,13 @@ QWidget *page_Centre::makeCopyLine()
 
 void page_Centre::load()
 {
-    show(CentreSettings::read());
+    showSettings(CentreSettings::read());
     m_loaded = entered(); // what cannot be shown is no change
     m_plans->load(namesOf(m_loaded));
     Q_EMIT touched();
 }
 
-void page_Centre::show(const CentreSettings &settings)
+void page_Centre::showSettings(const CentreSettings &settings)
 {
     const QScopedValueRollback showing(m_showing, true);
     m_fields->setRowCount(0);

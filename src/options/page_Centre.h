@@ -38,7 +38,7 @@ private:
 
     /// What the controls say.
     [[nodiscard]] CentreSettings entered() const;
-    void show(const CentreSettings &settings);
+    void showSettings(const CentreSettings &settings);
     void showPairs();
     void showHours();
     void addField();

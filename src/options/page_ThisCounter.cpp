@@ -92,7 +92,8 @@ void page_ThisCounter::addServices(QBoxLayout *column)
     m_settings.addBox(web, systemSection, u"webserver"_s, u"report pages"_s, u"localhost"_s);
     const auto add = [this, form](const QString &caption, const QString &name, const QString &key, const QString &tip,
                                   bool isSecret = false) {
-        m_settings.addBox(addBox(form, caption, name, tip), mailSection, key, u"mail "_s + key, {}, isSecret);
+        m_settings.addBox(addBox(form, caption, name, tip), mailSection, key, u"mail "_s + key, {}, isSecret)
+            .worksAtOnce = true;
     };
     add(u"&Mail server"_s, u"txt_MailServer"_s, u"server"_s, u"The computer that sends mail; empty for no mail."_s);
     add(u"Mail p&ort"_s, u"txt_MailPort"_s, u"port"_s, u"The port of the mail server; empty for the usual one."_s);
@@ -102,7 +103,7 @@ void page_ThisCounter::addServices(QBoxLayout *column)
     security->addItem(u"None"_s, u"none"_s);
     security->addItem(u"STARTTLS"_s, u"starttls"_s);
     security->addItem(u"TLS from the start"_s, u"tls"_s);
-    bindChoice(security, mailSection, u"security"_s, u"mail encryption"_s);
+    bindChoice(security, mailSection, u"security"_s, u"mail encryption"_s).worksAtOnce = true;
     add(u"Ma&il account"_s, u"txt_MailUser"_s, u"user"_s,
         u"The account on the mail server; empty when it wants none."_s);
     add(u"Mail passwor&d"_s, u"txt_MailPassword"_s, u"password"_s, u"The password of the mail account."_s, true);
