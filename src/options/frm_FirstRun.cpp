@@ -116,6 +116,7 @@ bool frm_FirstRun::tryConnecting()
                                       : tryConnection(m_server->text(), m_user->text(), m_password->text(), &m_waiting);
     m_trouble = trial.works ? QString() : trial.words;
     say(m_connection, trial.words, trial.works);
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
     return trial.works;
 }
 

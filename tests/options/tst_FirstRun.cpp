@@ -1,9 +1,12 @@
+#include "Program.h"
 #include "app/Settings.h"
+#include "app/frm_Login.h"
 #include "options/frm_FirstRun.h"
 #include "support/DrawnRows.h"
 #include "support/PrivateServer.h"
 #include "support/ScriptedPrompts.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,6 +14,7 @@
 #include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -160,6 +164,33 @@ private Q_SLOTS:
                  (std::vector<int>{7, 1, 2, 3}));
         QCOMPARE(QFile::permissions(settingsFilePath()) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
         QVERIFY(!frm_FirstRun::isNeeded());
+    }
+
+    void comesBeforeTheLogin()
+    {
+        const auto atGuide = [](auto act) {
+            QTimer::singleShot(0, [act] {
+                auto *guide = qobject_cast<frm_FirstRun *>(QApplication::activeModalWidget());
+                QVERIFY(guide);
+                act(guide);
+            });
+        };
+        Program left;
+        atGuide([](frm_FirstRun *guide) { guide->close(); });
+        QVERIFY(!left.start() && !left.loginWindow());
+        QVERIFY(!QFile::exists(settingsFilePath()));
+        Program program;
+        atGuide([this](frm_FirstRun *guide) {
+            guide->findChild<QLineEdit *>(u"txt_DatabaseServer"_s)->setText(m_server.socketPath());
+            guide->findChild<QLineEdit *>(u"txt_DatabaseUser"_s)->setText(u"setter"_s);
+            guide->findChild<QLineEdit *>(u"txt_DatabasePassword"_s)->setText(u"right1"_s);
+            guide->findChild<QPushButton *>(u"cmd_OK"_s)->click();
+        });
+        QVERIFY(program.start());
+        QVERIFY(program.loginWindow()->isVisible());
+        QCOMPARE(program.station()->settings.databaseUser, u"setter"_s);
+        Program again; // without the guide
+        QVERIFY(again.start());
     }
 
     void asksBeforeItWritesWhatDoesNotWork()
