@@ -3,7 +3,9 @@
 #include "app/Settings.h"
 #include "options/SettingsDraft.h"
 
+#include <QComboBox>
 #include <QLineEdit>
+#include <QSpinBox>
 
 #include <algorithm>
 
@@ -14,6 +16,23 @@ BoundSetting &BoundSettings::addBox(QLineEdit *box, const QString &section, cons
         box->setEchoMode(QLineEdit::Password);
     return add({section, key, name, [box] { return box->text(); }, [box](const QString &value) { box->setText(value); },
                 withoutIt, isSecret});
+}
+
+BoundSetting &BoundSettings::addFigure(QSpinBox *box, const QString &section, const QString &key, const QString &name,
+                                       const QString &withoutIt)
+{
+    return add({section, key, name, [box] { return QString::number(box->value()); },
+                [box](const QString &value) { box->setValue(value.toInt()); }, withoutIt});
+}
+
+BoundSetting &BoundSettings::addChoice(QComboBox *box, const QString &section, const QString &key, const QString &name)
+{
+    return add({section, key, name, [box] { return box->currentData().toString(); },
+                [box](const QString &value) {
+                    if (box->findData(value) < 0)
+                        box->addItem(value, value);
+                    box->setCurrentIndex(box->findData(value));
+                }});
 }
 
 void BoundSettings::load()

@@ -5,7 +5,9 @@
 #include <functional>
 #include <vector>
 
+class QComboBox;
 class QLineEdit;
+class QSpinBox;
 class SettingsDraft;
 
 /// A setting and the control in which it is entered.
@@ -30,6 +32,11 @@ public:
     /// A secret is never shown nor logged.
     BoundSetting &addBox(QLineEdit *box, const QString &section, const QString &key, const QString &name,
                          const QString &withoutIt = {}, bool isSecret = false);
+    /// Between the figure's limits; what is outside is shown at its limit and stays as it is until it is changed.
+    BoundSetting &addFigure(QSpinBox *box, const QString &section, const QString &key, const QString &name,
+                            const QString &withoutIt);
+    /// Of a box whose items have the values as data; a value that is none of them is offered, too.
+    BoundSetting &addChoice(QComboBox *box, const QString &section, const QString &key, const QString &name);
 
     void load();
     [[nodiscard]] bool hasChanges() const;

@@ -106,6 +106,15 @@ QString CentreSettings::nameOf(int field) const
     return name.isEmpty() ? u"Field %1"_s.arg(field + 1) : name;
 }
 
+std::vector<QString> CentreSettings::names() const
+{
+    std::vector<QString> names;
+    names.reserve(fields.size());
+    for (int i = 0; i < int(fields.size()); ++i)
+        names.push_back(nameOf(i));
+    return names;
+}
+
 QString CentreSettings::pairsInWords() const
 {
     QStringList words;

@@ -43,6 +43,7 @@ struct CentreSettings
     static CentreSettings read();
     /// "North A", or "Field 2" while it has no name.
     [[nodiscard]] QString nameOf(int field) const;
+    [[nodiscard]] std::vector<QString> names() const;
     /// "North pitch & North A, …"
     [[nodiscard]] QString pairsInWords() const;
     /// What would make no sense, in words; empty when all of it does.

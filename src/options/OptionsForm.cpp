@@ -62,9 +62,17 @@ QPushButton *OptionsForm::button(const QString &name, const QString &caption, co
     return button;
 }
 
+// By itself a label that wraps asks for the height that it would have in a narrow column.
+QLabel *OptionsForm::words(const QString &name, const QString &text)
+{
+    QLabel *words = wrappedLabel(name, text);
+    words->setMinimumHeight(words->fontMetrics().height());
+    return words;
+}
+
 QLabel *OptionsForm::answer(const QString &name)
 {
-    QLabel *answer = wrappedLabel(name, {});
+    QLabel *answer = words(name, {});
     answer->setMargin(4);
     answer->hide();
     return answer;

@@ -22,7 +22,9 @@ QSpinBox *addFigure(QFormLayout *form, const QString &caption, const QString &na
 QComboBox *addChoice(QFormLayout *form, const QString &caption, const QString &name, const QString &tip);
 /// It does not answer to Enter from afar.
 QPushButton *button(const QString &name, const QString &caption, const QString &tip);
-/// A line that is hidden until something is said.
+/// Words that wrap and ask for no more height than they need.
+QLabel *words(const QString &name, const QString &text);
+/// The same, hidden until something is said.
 QLabel *answer(const QString &name);
 void say(QLabel *answer, const QString &words, bool isGood);
 

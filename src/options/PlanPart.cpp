@@ -2,7 +2,6 @@
 
 #include "app/PictureFile.h"
 #include "look/PictureReader.h"
-#include "look/WrappedLabel.h"
 #include "options/OptionsForm.h"
 #include "options/PlanEditor.h"
 
@@ -14,6 +13,7 @@
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -43,8 +43,9 @@ PlanPart::PlanPart(QWidget *parent)
                {u"waiting-list plan"_s, {u"WaitingList"_s, u"HotSpot2"_s}, {}}}},
       m_editor(new PlanEditor),
       m_fields(new QListWidget),
-      m_place(wrappedLabel(u"lbl_Place"_s, {}))
+      m_place(words(u"lbl_Place"_s, {}))
 {
+    setObjectName(u"PlanPart"_s);
     auto *side = new QVBoxLayout;
     side->setSpacing(8);
     addPicture(addGroup(side, u"Picture"_s));
@@ -59,9 +60,9 @@ PlanPart::PlanPart(QWidget *parent)
     auto *drawing = new QVBoxLayout;
     drawing->setSpacing(8);
     drawing->addWidget(m_editor, 1);
-    drawing->addWidget(wrappedLabel(u"lbl_PlanHelp"_s,
-                                    u"Choose a field, then drag its place on the picture. Drag a place to move it, a "
-                                    "corner to change its size; arrow keys move it by a pixel."_s));
+    drawing->addWidget(words(u"lbl_PlanHelp"_s,
+                             u"Choose a field, then drag its place on the picture. Drag a place to move it, a "
+                             "corner to change its size; arrow keys move it by a pixel."_s));
     auto *layout = new QHBoxLayout(this);
     layout->setSpacing(16);
     auto *sideRoom = new QWidget;

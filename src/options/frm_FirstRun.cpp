@@ -88,15 +88,19 @@ QWidget *frm_FirstRun::makeContent()
     return content;
 }
 
-QString frm_FirstRun::refusal() const
+QString frm_FirstRun::refusalOfConnection() const
 {
     if (m_server->text().isEmpty() || m_user->text().isEmpty())
         return u"Enter the database server and the account."_s;
-    const QString inConnection = whyNotInConnection(u"The server"_s, m_server->text()) +
-                                 whyNotInConnection(u"The account"_s, m_user->text()) +
-                                 whyNotInConnection(u"The password"_s, m_password->text());
-    if (!inConnection.isEmpty())
-        return inConnection;
+    return whyNotInConnection(u"The server"_s, m_server->text()) +
+           whyNotInConnection(u"The account"_s, m_user->text()) +
+           whyNotInConnection(u"The password"_s, m_password->text());
+}
+
+QString frm_FirstRun::refusal() const
+{
+    if (const QString reason = refusalOfConnection(); !reason.isEmpty())
+        return reason;
     if (m_lastHour->value() >= m_firstHour->value())
         return u"The last hour after midnight must be before the first hour, when the next day begins."_s;
     if (m_counter->value() > m_counters->value())
@@ -106,9 +110,13 @@ QString frm_FirstRun::refusal() const
 
 bool frm_FirstRun::tryConnecting()
 {
-    const ConnectionTrial trial = tryConnection(m_server->text(), m_user->text(), m_password->text(), &m_waiting);
+    const QString reason = refusalOfConnection();
+    const ConnectionTrial trial = !reason.isEmpty()
+                                      ? ConnectionTrial{false, reason}
+                                      : tryConnection(m_server->text(), m_user->text(), m_password->text(), &m_waiting);
     m_trouble = trial.works ? QString() : trial.words;
     say(m_connection, trial.words, trial.works);
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
     return trial.works;
 }
 

@@ -28,6 +28,7 @@ protected:
 private:
     QWidget *makeContent();
     [[nodiscard]] QString refusal() const;
+    [[nodiscard]] QString refusalOfConnection() const;
     /// Says what came of it; true when the program can work with it.
     bool tryConnecting();
     void finish();

@@ -10,9 +10,9 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStackedWidget>
 
@@ -51,6 +51,10 @@ frm_Options::frm_Options(Station &station, QWidget *parent)
     m_names->setFixedWidth(widthOfNames);
     m_names->setIconSize({24, 24});
     m_names->setSpacing(2);
+    QPalette colours = m_names->palette(); // the drawings are dark
+    colours.setColor(QPalette::Highlight, Look::booked.background);
+    colours.setColor(QPalette::HighlightedText, Look::booked.text);
+    m_names->setPalette(colours);
     connect(m_names, &QListWidget::currentRowChanged, this, &frm_Options::choose);
     Look::paint(*m_restart, Look::shared);
     m_restart->setMargin(8);
@@ -70,14 +74,14 @@ frm_Options::frm_Options(Station &station, QWidget *parent)
     layout->addLayout(buttons);
     m_save = addButton(u"btn_Save"_s, u"&Save"_s, u"Saves what was entered on this page."_s);
     m_refresh = addButton(u"btn_Refresh"_s, u"&Refresh"_s, u"Reads this page anew and forgets what is not saved."_s);
-    QPushButton *close = addButton(u"btn_Close"_s, u"C&lose"_s, u"Closes the options."_s);
+    m_close = addButton(u"btn_Close"_s, u"C&lose"_s, u"Closes the options."_s);
     buttons->addWidget(m_refresh);
     buttons->addStretch();
     buttons->addWidget(m_save);
-    buttons->addWidget(close);
+    buttons->addWidget(m_close);
     connect(m_save, &QPushButton::clicked, this, &frm_Options::save);
     connect(m_refresh, &QPushButton::clicked, this, &frm_Options::refresh);
-    connect(close, &QPushButton::clicked, this, &frm_Options::reject);
+    connect(m_close, &QPushButton::clicked, this, &frm_Options::reject);
     resize(usualSize);
     showState();
 }
@@ -101,6 +105,13 @@ void frm_Options::addPage(const QString &name, const QString &icon, OptionsPage 
     connect(page, &OptionsPage::touched, this, &frm_Options::showState);
     connect(page, &OptionsPage::restartNeeded, m_restart, &QWidget::show);
     m_pages->addWidget(roomFor(page));
+    // Tab goes from the list through the page to the buttons.
+    QWidget *last = previousInFocusChain();
+    while (last != m_names && (last->focusPolicy() & Qt::TabFocus) == 0)
+        last = last->previousInFocusChain();
+    setTabOrder(last, m_refresh);
+    setTabOrder(m_refresh, m_save);
+    setTabOrder(m_save, m_close);
     const QSignalBlocker unheard(m_names);
     auto *item = new QListWidgetItem(Look::icon(icon), name, m_names);
     item->setSizeHint({0, 44});
@@ -132,8 +143,20 @@ void frm_Options::choose(int number)
     m_names->setCurrentRow(m_pages->currentIndex());
 }
 
+// A cell that is being edited gives its text when it loses the focus.
+void frm_Options::endEditing()
+{
+    const QPointer<QWidget> focus = focusWidget();
+    if (!focus)
+        return;
+    focus->clearFocus();
+    if (focus)
+        focus->setFocus();
+}
+
 bool frm_Options::settleChanges()
 {
+    endEditing();
     OptionsPage *page = shownPage();
     if (!page || !page->hasChanges())
         return true;
@@ -164,6 +187,7 @@ bool frm_Options::loadPage(OptionsPage *page)
 bool frm_Options::save()
 {
     bool saved = false;
+    endEditing();
     guarded(m_station.prompts, ErrorCode::Database, [&] { saved = shownPage() && shownPage()->save(); });
     showState();
     return saved;

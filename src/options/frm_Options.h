@@ -39,6 +39,7 @@ private:
     void choose(int number);
     /// Saves, forgets or keeps what was entered, as the person says; false when it is kept.
     bool settleChanges();
+    void endEditing();
     bool loadPage(OptionsPage *page);
     bool save();
     void refresh();
@@ -50,5 +51,6 @@ private:
     QLabel *m_restart;
     QPushButton *m_save = nullptr;
     QPushButton *m_refresh = nullptr;
+    QPushButton *m_close = nullptr;
     std::set<OptionsPage *> m_loaded;
 };

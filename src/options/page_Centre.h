@@ -4,13 +4,11 @@
 #include "options/OptionsPage.h"
 #include "options/PlanSettings.h"
 
+class FieldsPart;
 class PlanPart;
-class QComboBox;
-class QLabel;
-class QListWidget;
+class QBoxLayout;
 class QPlainTextEdit;
 class QSpinBox;
-class QTableWidget;
 
 /// What the whole centre has in common: its fields and hours, the pairs of fields that share their ground, the lines of
 /// its receipts and its plans. Each counter has a settings file of its own, and the page says so.
@@ -29,36 +27,18 @@ public:
     bool copyFor(int counter, const QString &path);
 
 private:
-    QWidget *makeFields();
-    QWidget *makeFieldsTable();
-    QWidget *makeHoursAndPairs();
     QWidget *makeReceipts();
-    QPlainTextEdit *addLines(class QBoxLayout *column, const QString &caption, const QString &name, const QString &tip);
+    QPlainTextEdit *addLines(QBoxLayout *column, const QString &caption, const QString &name, const QString &tip);
     QWidget *makeCopyLine();
 
     /// What the controls say.
     [[nodiscard]] CentreSettings entered() const;
-    void show(const CentreSettings &settings);
-    void showPairs();
-    void showHours();
-    void addField();
-    void removeField();
-    void addPair();
-    void removePair();
-    void fieldsChanged();
+    void showSettings(const CentreSettings &settings);
     void askForCopy();
     void told(const QString &refusal) const;
 
     CentreSettings m_loaded;
-    std::vector<CentreSettings::Pair> m_pairs;
-    bool m_showing = false;
-    QTableWidget *m_fields;
-    QSpinBox *m_firstHour = nullptr;
-    QSpinBox *m_lastHour = nullptr;
-    QLabel *m_hours = nullptr;
-    QListWidget *m_pairList;
-    QComboBox *m_whole = nullptr;
-    QComboBox *m_part = nullptr;
+    FieldsPart *m_fields;
     QPlainTextEdit *m_address = nullptr;
     QPlainTextEdit *m_contact = nullptr;
     QSpinBox *m_counters = nullptr;

@@ -3,10 +3,9 @@
 #include "app/Errors.h"
 #include "app/Station.h"
 #include "counter/CashDrawer.h"
-#include "counter/PrinterDesk.h"
-#include "counter/Receipts.h"
 #include "options/ConnectionTrial.h"
 #include "options/OptionsForm.h"
+#include "options/PrinterPart.h"
 #include "options/SettingsDraft.h"
 #include "options/SignText.h"
 
@@ -15,7 +14,6 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QSpinBox>
 
@@ -92,7 +90,8 @@ void page_ThisCounter::addServices(QBoxLayout *column)
     m_settings.addBox(web, systemSection, u"webserver"_s, u"report pages"_s, u"localhost"_s);
     const auto add = [this, form](const QString &caption, const QString &name, const QString &key, const QString &tip,
                                   bool isSecret = false) {
-        m_settings.addBox(addBox(form, caption, name, tip), mailSection, key, u"mail "_s + key, {}, isSecret);
+        m_settings.addBox(addBox(form, caption, name, tip), mailSection, key, u"mail "_s + key, {}, isSecret)
+            .worksAtOnce = true;
     };
     add(u"&Mail server"_s, u"txt_MailServer"_s, u"server"_s, u"The computer that sends mail; empty for no mail."_s);
     add(u"Mail p&ort"_s, u"txt_MailPort"_s, u"port"_s, u"The port of the mail server; empty for the usual one."_s);
@@ -102,7 +101,7 @@ void page_ThisCounter::addServices(QBoxLayout *column)
     security->addItem(u"None"_s, u"none"_s);
     security->addItem(u"STARTTLS"_s, u"starttls"_s);
     security->addItem(u"TLS from the start"_s, u"tls"_s);
-    bindChoice(security, mailSection, u"security"_s, u"mail encryption"_s);
+    m_settings.addChoice(security, mailSection, u"security"_s, u"mail encryption"_s).worksAtOnce = true;
     add(u"Ma&il account"_s, u"txt_MailUser"_s, u"user"_s,
         u"The account on the mail server; empty when it wants none."_s);
     add(u"Mail passwor&d"_s, u"txt_MailPassword"_s, u"password"_s, u"The password of the mail account."_s, true);
@@ -135,30 +134,11 @@ void page_ThisCounter::addDrawer(QBoxLayout *column)
 void page_ThisCounter::addReceipts(QBoxLayout *column)
 {
     QFormLayout *form = addGroup(column, u"Counter and receipts"_s);
-    m_counter = addFigure(form, u"N&umber of this counter"_s, u"spn_ThisCounter"_s,
-                          u"The number under which this counter sells; each counter has another."_s, 1, mostCounters);
-    bindFigure(m_counter, u"counter"_s, u"number of this counter"_s, u"1"_s);
-    m_printer = addBox(form, u"Rece&ipt printer"_s, u"txt_Printer"_s,
-                       u"The printer that is used without asking; empty when staff are asked each time."_s);
-    m_settings.addBox(m_printer, tillSection, u"printer"_s, u"receipt printer"_s).worksAtOnce = true;
-    m_paper = addChoice(form, u"Pa&per"_s, u"cbo_Paper"_s, u"What the printer is loaded with."_s);
-    m_paper->addItem(u"As the printer says"_s, QString());
-    for (const Paper paper : {Paper::Roll80, Paper::Roll58, Paper::A5, Paper::A4})
-        m_paper->addItem(paperName(paper), paperName(paper));
-    bindChoice(m_paper, tillSection, u"paper"_s, u"receipt paper"_s).worksAtOnce = true;
-    auto *choose = button(u"btn_ChoosePrinter"_s, u"Choose a p&rinter …"_s,
-                          u"Shows the printers of this computer to choose from."_s);
-    auto *slip = button(u"btn_TestSlip"_s, u"Print a test s&lip"_s,
-                        u"Prints a slip on the printer and paper entered above, without saving them."_s);
-    auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(8);
-    buttons->addWidget(choose);
-    buttons->addWidget(slip);
-    m_printerAnswer = answer(u"lbl_Printer"_s);
-    form->addRow(buttons);
-    form->addRow(m_printerAnswer);
-    connect(choose, &QPushButton::clicked, this, &page_ThisCounter::choosePrinter);
-    connect(slip, &QPushButton::clicked, this, &page_ThisCounter::printTestSlip);
+    auto *counter =
+        addFigure(form, u"N&umber of this counter"_s, u"spn_ThisCounter"_s,
+                  u"The number under which this counter sells; each counter has another."_s, 1, mostCounters);
+    m_settings.addFigure(counter, systemSection, u"counter"_s, u"number of this counter"_s, u"1"_s);
+    m_printing = new PrinterPart(station(), m_desk, form, m_settings, this);
     QLineEdit *notes = addBox(form, u"&Banknotes"_s, u"txt_Notes"_s,
                               u"The banknotes for which the change window has buttons, with commas between them."_s);
     m_settings.addBox(notes, tillSection, u"notes"_s, u"banknotes"_s, u"5,10,20,50,100"_s);
@@ -166,10 +146,10 @@ void page_ThisCounter::addReceipts(QBoxLayout *column)
 
 void page_ThisCounter::load()
 {
-    m_counter->setMaximum(std::max(1, ReadSetting(systemSection, u"counters"_s, {}).toInt()));
     m_settings.load();
-    for (QLabel *answer : {m_connection, m_drawerAnswer, m_printerAnswer})
-        answer->hide();
+    m_connection->hide();
+    m_drawerAnswer->hide();
+    m_printing->forgetAnswer();
     showDrawer();
     Q_EMIT touched();
 }
@@ -241,60 +221,6 @@ void page_ThisCounter::openDrawer()
     });
 }
 
-void page_ThisCounter::withPrinter(const std::function<void(const PrinterChoice &choice)> &chosen)
-{
-    m_desk.lookForPrinters([this, chosen, self = QPointer(this)](std::optional<bool> isAny) {
-        if (!self)
-            return;
-        if (!isAny.value_or(false)) {
-            say(m_printerAnswer,
-                isAny ? u"No printer is set up on this computer."_s : u"The computer's printers do not answer."_s,
-                false);
-            return;
-        }
-        guarded(station().prompts, ErrorCode::Unknown, [&] {
-            if (const auto choice = m_desk.choose(this))
-                chosen(*choice);
-        });
-    });
-}
-
-void page_ThisCounter::choosePrinter()
-{
-    withPrinter([this](const PrinterChoice &choice) {
-        m_printer->setText(choice.name);
-        if (choice.paper)
-            m_paper->setCurrentIndex(m_paper->findData(paperName(*choice.paper)));
-    });
-}
-
-void page_ThisCounter::printTestSlip()
-{
-    const auto paper = paperNamed(m_paper->currentData().toString());
-    if (!m_printer->text().isEmpty())
-        print({m_printer->text(), paper});
-    else
-        withPrinter([this, paper](const PrinterChoice &choice) {
-            PrinterChoice with = choice;
-            if (!with.paper)
-                with.paper = paper;
-            print(with);
-        });
-}
-
-void page_ThisCounter::print(const PrinterChoice &choice)
-{
-    Receipt slip = receiptHead(station(), u"TEST SLIP"_s, 0);
-    slip.lines = {{u"1"_s, u"Nothing was sold"_s, u"0.00"_s, u"1"_s, u"0.00"_s}};
-    slip.amount = u"$ 0.00"_s;
-    say(m_printerAnswer, u"The test slip is on its way …"_s, true);
-    m_desk.print(slip, choice, [this, self = QPointer(this)](const QString &trouble) {
-        if (self)
-            say(m_printerAnswer, trouble.isEmpty() ? u"The test slip was sent. Does it look well?"_s : trouble,
-                trouble.isEmpty());
-    });
-}
-
 void page_ThisCounter::showDrawer()
 {
     const int kind = m_drawer->currentIndex();
@@ -321,27 +247,9 @@ void page_ThisCounter::bindDrawer()
                         m_drawer->setCurrentIndex(value.isEmpty() ? PortNumber
                                                                   : (value == noDrawer ? NoDrawer : DevicePath));
                     }});
-    bindFigure(m_drawerPort, u"cashdrawercommport"_s, u"drawer port"_s, u"2"_s);
+    m_settings.addFigure(m_drawerPort, systemSection, u"cashdrawercommport"_s, u"drawer port"_s, u"2"_s);
     m_settings.addBox(m_drawerLine, systemSection, u"cashdrawercomm"_s, u"drawer line settings"_s);
     m_settings.add({systemSection, u"cashdrawercommand"_s, u"drawer command"_s,
                     [this] { return meantSigns(m_drawerCommand->text()).value_or(m_drawerCommand->text()); },
                     [this](const QString &value) { m_drawerCommand->setText(shownSigns(value)); }});
-}
-
-void page_ThisCounter::bindFigure(QSpinBox *box, const QString &key, const QString &name, const QString &withoutIt)
-{
-    m_settings.add({systemSection, key, name, [box] { return QString::number(box->value()); },
-                    [box](const QString &value) { box->setValue(value.toInt()); }, withoutIt});
-}
-
-// A value that is not offered is offered then, so that it stays as it is.
-BoundSetting &page_ThisCounter::bindChoice(QComboBox *box, const QString &section, const QString &key,
-                                           const QString &name)
-{
-    return m_settings.add({section, key, name, [box] { return box->currentData().toString(); },
-                           [box](const QString &value) {
-                               if (box->findData(value) < 0)
-                                   box->addItem(value, value);
-                               box->setCurrentIndex(box->findData(value));
-                           }});
 }

@@ -5,12 +5,12 @@
 #include "options/OptionsPage.h"
 
 class PrinterDesk;
+class PrinterPart;
 class QBoxLayout;
 class QComboBox;
 class QLabel;
 class QLineEdit;
 class QSpinBox;
-struct PrinterChoice;
 
 /// What belongs to this counter alone: its number, how it reaches the database, the report pages and the mail server,
 /// its drawer, its printer and its notes.
@@ -33,8 +33,6 @@ private:
     void addServices(QBoxLayout *column);
     void addDrawer(QBoxLayout *column);
     void addReceipts(QBoxLayout *column);
-    void bindFigure(QSpinBox *box, const QString &key, const QString &name, const QString &withoutIt);
-    BoundSetting &bindChoice(QComboBox *box, const QString &section, const QString &key, const QString &name);
     void bindDrawer();
     void showDrawer();
 
@@ -42,11 +40,6 @@ private:
     [[nodiscard]] QString refusal() const;
     void tryConnecting();
     void openDrawer();
-    void choosePrinter();
-    void printTestSlip();
-    void print(const PrinterChoice &choice);
-    /// Looks whether there is a printer, and lets one be chosen.
-    void withPrinter(const std::function<void(const PrinterChoice &choice)> &chosen);
 
     PrinterDesk &m_desk;
     frm_Waiting m_waiting;
@@ -62,8 +55,5 @@ private:
     QLineEdit *m_drawerLine = nullptr;
     QLineEdit *m_drawerCommand = nullptr;
     QLabel *m_drawerAnswer = nullptr;
-    QLineEdit *m_printer = nullptr;
-    QComboBox *m_paper = nullptr;
-    QLabel *m_printerAnswer = nullptr;
-    QSpinBox *m_counter = nullptr;
+    PrinterPart *m_printing = nullptr;
 };
