@@ -118,6 +118,7 @@ void page_Health::hideEvent(QHideEvent *event)
 void page_Health::load()
 {
     stop();
+    m_step.stop();
     m_list->clearRows();
     m_toMind = 0;
     m_looks = healthLooks(station());
@@ -240,8 +241,8 @@ void page_Health::takePart()
 
 void page_Health::stop()
 {
-    m_step.stop();
     if (const std::shared_ptr<CheckRun> run = m_check) {
+        m_step.stop();
         run->isStopped = true;
         run->check.giveUp();
         endCheck(u"The check was stopped."_s);
