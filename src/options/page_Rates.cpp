@@ -121,7 +121,7 @@ QWidget *page_Rates::makeTools()
               [this] { paintChosen(m_price->text()); });
     addButton(layout, u"btn_RateClear"_s, u"Ta&ke their price away"_s,
               u"Leaves the chosen hours without a price: they cost nothing."_s, [this] { m_grid->fill(std::nullopt); });
-    addButton(layout, u"btn_RateAll"_s, u"Give it to a&ll hours"_s, u"Gives every hour of the week this price."_s,
+    addButton(layout, u"btn_RateAll"_s, u"Give it to all &hours"_s, u"Gives every hour of the week this price."_s,
               [this] {
                   m_grid->choose(0, 0, WeekRates::days - 1, int(hoursOfDay(station().hours()).size()) - 1);
                   paintChosen(m_price->text());
@@ -137,7 +137,7 @@ QWidget *page_Rates::makeTools()
     QStringList fields;
     for (const QString &name : station().settings.namesOfFields())
         fields << name;
-    m_from = addBox(layout, u"cmb_RateFrom"_s, u"This rate t&ype's prices from"_s, fields);
+    m_from = addBox(layout, u"cmb_RateFrom"_s, u"This rate type's &prices from"_s, fields);
     addButton(layout, u"btn_RateCopyField"_s, u"Copy the f&ield"_s,
               u"Shows the week of that field here; it is not saved before you save."_s, [this] { copyField(); });
     layout->addSpacing(8);
