@@ -74,7 +74,7 @@ void DatabaseCheck::splitScript(const QString &otherCounters)
 {
     QString text = script();
     text.replace(u"-- other counters\n"_s, otherCounters + u'\n');
-    text = text.mid(text.indexOf(u"\nWITH "_s)).section(u"\nORDER BY "_s, 0, 0);
+    text = text.mid(text.indexOf(u"\nWITH "_s) + 1).section(u"\nORDER BY "_s, 0, 0);
     const qsizetype first = text.indexOf(u"\nSELECT "_s);
     m_terms = text.left(first);
     m_parts = text.mid(first).split(u"\nUNION ALL\n"_s);
@@ -95,6 +95,7 @@ std::vector<CheckFinding> DatabaseCheck::look(int part)
 
 void DatabaseCheck::giveUp()
 {
+    m_patience.isOver = true;
     if (m_patience.end)
         m_patience.end();
 }

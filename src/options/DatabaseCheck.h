@@ -26,17 +26,24 @@ public:
     /// What one part finds. Throws DbError.
     std::vector<CheckFinding> look(int part);
 
-    /// While an answer keeps the person waiting, giveUp() ends the wait: look() then throws GivenUp. The windows stay
-    /// alive meanwhile.
+    /// Ends the wait for an answer, in half a second at the latest: begin() or look(), further in, throws GivenUp. The
+    /// windows stay alive while they wait.
     void giveUp();
 
 private:
     struct Patience : WaitSign
     {
         void hold() override {}
-        void show(const QString & /*what*/, const std::function<void()> &giveUp) override { end = giveUp; }
+        void show(const QString & /*what*/, const std::function<void()> &giveUp) override
+        {
+            end = giveUp;
+            if (isOver)
+                end();
+        }
         void release() override { end = nullptr; }
+
         std::function<void()> end;
+        bool isOver = false;
     };
 
     void splitScript(const QString &otherCounters);

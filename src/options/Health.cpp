@@ -19,11 +19,11 @@ using Lines = std::vector<HealthLine>;
 
 constexpr int lastNumber = std::numeric_limits<qint16>::max();
 constexpr int fewLeft = 2768; // from 30000 on the counters warn too
-constexpr qint64 megabyte = 1 << 20;
+constexpr qint64 megabyte = qint64(1) << 20;
 constexpr qint64 secondsNoticed = 30;
 constexpr qint64 secondsTooMany = 300;
 constexpr qint64 hoursOfFreshBackup = 36;
-constexpr qint64 hoursOfOldBackup = 24 * 7;
+constexpr qint64 hoursOfOldBackup = qint64(24) * 7;
 
 HealthState stateOf(bool isGood, HealthState otherwise = HealthState::Attention)
 {
@@ -124,13 +124,15 @@ Lines tablesLook(Station &station)
 QString durationInWords(qint64 seconds)
 {
     constexpr qint64 minute = 60;
+    constexpr qint64 hour = 60 * minute;
+    constexpr qint64 day = 24 * hour;
     if (seconds < 2 * minute)
         return sql(u"%1 seconds"_s, seconds);
-    if (seconds < 120 * minute)
+    if (seconds < 2 * hour)
         return sql(u"%1 minutes"_s, seconds / minute);
-    if (seconds < 48 * 60 * minute)
-        return sql(u"%1 hours"_s, seconds / (60 * minute));
-    return sql(u"%1 days"_s, seconds / (24 * 60 * minute));
+    if (seconds < 2 * day)
+        return sql(u"%1 hours"_s, seconds / hour);
+    return sql(u"%1 days"_s, seconds / day);
 }
 
 Lines clockLook(Station &station)

@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int hourWidth = 116;
-constexpr int leastDayWidth = 60;
+constexpr int hourWidth = 56;
+constexpr int leastDayWidth = 68;
 constexpr int dayWidth = 84;
 constexpr int headHeight = 24;
 constexpr int leastRowHeight = 18;
@@ -280,7 +280,7 @@ void RateGrid::paintHeadings(QPainter &painter) const
         if (isChosen)
             painter.fillRect(place.adjusted(1, 1, 0, 0), palette().highlight());
         painter.setPen(palette().color(isChosen ? QPalette::HighlightedText : QPalette::WindowText));
-        const QRect room = place.adjusted(4, 0, -4, 0);
+        const QRect room = place.adjusted(1, 0, -1, 0);
         painter.drawText(room, alignment | Qt::AlignVCenter,
                          painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width()));
     };
@@ -291,7 +291,7 @@ void RateGrid::paintHeadings(QPainter &painter) const
     }
     for (int row = 0; row < rows(); ++row) {
         const QRect cell = cellRect(0, row);
-        paintHeading({0, cell.top(), hourWidth, cell.height()}, hourRangeText(m_hours.at(std::size_t(row))),
+        paintHeading({0, cell.top(), hourWidth, cell.height()}, hourRangeText(m_hours.at(std::size_t(row))).left(5),
                      cells.top() <= row && row <= cells.bottom(), Qt::AlignRight);
     }
 }
@@ -315,7 +315,7 @@ void RateGrid::paintCell(QPainter &painter, int day, int row) const
     cellFont.setBold(isTyped || isDouble);
     cellFont.setItalic(isTyped);
     painter.setFont(cellFont);
-    painter.drawText(cell.adjusted(4, 0, -8, 0), Qt::AlignRight | Qt::AlignVCenter,
+    painter.drawText(cell.adjusted(2, 0, -4, 0), Qt::AlignRight | Qt::AlignVCenter,
                      isTyped ? m_typed : cellText(day, hour));
     if (m_week.price(day, hour) != m_saved.price(day, hour)) {
         const QPoint corner = cell.topLeft() + QPoint(1, 1);

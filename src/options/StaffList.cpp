@@ -74,7 +74,7 @@ class StaffChange
 {
 public:
     StaffChange(Station &station, QString administrator, const QString &words)
-        : m_station(station), m_administrator(std::move(administrator)), m_operation(station, words, {u"posdb staff"_s})
+        : m_station(station), m_administrator(std::move(administrator)), m_operation(station, words)
     {
     }
 

@@ -216,7 +216,7 @@ int StoredRates::uselessRows() const
 bool saveRates(Station &station, const QString &administrator, const RateKey &key, const StoredRates &before,
                const WeekRates &week)
 {
-    Operation operation(station, u"The rates of "_s + station.settings.fieldName(key.field), {u"posdb rates"_s});
+    Operation operation(station, u"The rates of "_s + station.settings.fieldName(key.field));
     return operation.run([&] {
         const std::vector<RateRow> standing = rowsOf(operation.query(readStatement(key, u" FOR UPDATE"_s)));
         if (standing != before.rows)

@@ -10,6 +10,7 @@
 
 #include <QBoxLayout>
 #include <QCoreApplication>
+#include <QHeaderView>
 #include <QHideEvent>
 #include <QPointer>
 #include <QProgressBar>
@@ -34,6 +35,7 @@ public:
 
 namespace {
 
+constexpr int mostFindings = 200;
 const QString bookingsAndSales = u"Bookings and sales"_s;
 
 QString sign(HealthState state)
@@ -76,8 +78,12 @@ page_Health::page_Health(Station &station, const QString &administrator, QWidget
     setObjectName(u"page_Health"_s);
     m_list->fitColumns({u"! attention"_s, u"Transactions, counter 10"_s, QString(), QString()});
     m_list->setWordWrap(true);
+    m_list->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_progress->setObjectName(u"bar_Health"_s);
     m_progress->setAccessibleName(u"Progress"_s);
+    QSizePolicy room = m_progress->sizePolicy();
+    room.setRetainSizeWhenHidden(true);
+    m_progress->setSizePolicy(room);
     m_run->setObjectName(u"btn_RunCheck"_s);
     m_run->setToolTip(
         u"Looks for hours sold twice, lost marks and sales that are not whole; counters go on meanwhile."_s);
@@ -118,6 +124,7 @@ void page_Health::hideEvent(QHideEvent *event)
 void page_Health::load()
 {
     stop();
+    m_step.stop();
     m_list->clearRows();
     m_toMind = 0;
     m_looks = healthLooks(station());
@@ -178,7 +185,6 @@ void page_Health::addLine(const HealthLine &line)
         cells[0]->setBackground(tone.background);
         cells[0]->setForeground(tone.text);
     }
-    m_list->resizeRowToContents(cells[0]->row());
     m_summary->setText(m_toMind == 0
                            ? u"Everything that was looked at is well."_s
                            : sql(u"%1 of %2 lines need somebody to look."_s, m_toMind, m_list->model()->rowCount()));
@@ -222,26 +228,33 @@ void page_Health::takePart()
     if (!page || run->isStopped)
         return;
     for (const CheckFinding &finding : findings) {
-        ++run->found;
+        if (++run->found > mostFindings)
+            continue;
         const QString field = finding.field ? u", "_s + station().settings.fieldName(*finding.field) : QString();
         addLine({HealthState::Bad, finding.slot + field,
                  finding.fault + (finding.words.isEmpty() ? QString() : u" ("_s + finding.words + u')'),
                  u"Tell whoever looks after the database."_s});
     }
+    if (!findings.empty())
+        m_list->scrollToBottom();
     showProgress(u"Checking bookings and sales"_s, run->next, run->parts);
     if (run->next < run->parts) {
         m_step.start();
         return;
     }
+    if (run->found > mostFindings)
+        addLine({HealthState::Bad, bookingsAndSales, sql(u"%1 faults more"_s, run->found - mostFindings),
+                 u"database/check on the server lists all of them."_s});
     if (run->found == 0)
         addLine({HealthState::Good, bookingsAndSales, sql(u"All %1 rules hold"_s, run->parts)});
+    m_list->scrollToBottom();
     endCheck(sql(u"%1 rules checked, %2 faults found"_s, run->parts, run->found));
 }
 
 void page_Health::stop()
 {
-    m_step.stop();
     if (const std::shared_ptr<CheckRun> run = m_check) {
+        m_step.stop();
         run->isStopped = true;
         run->check.giveUp();
         endCheck(u"The check was stopped."_s);

@@ -19,7 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int mostGroups = 5;
 constexpr int allDays = 0;
 constexpr int workDays = 1;
 constexpr int weekend = 2;
@@ -88,7 +87,7 @@ QWidget *page_Rates::makeChoice()
     m_field = addBox(layout, u"cmb_RateField"_s, u"&Field"_s, fields);
     m_type = addBox(layout, u"cmb_RateType"_s, u"Rate &type"_s, {});
     QStringList types{RateType::normal, RateType::member, RateType::student};
-    for (int group = 1; group <= mostGroups; ++group)
+    for (int group = 1; group <= station().settings.SpecialGroupLimit; ++group)
         types << RateType::specialGroup(group);
     for (const QString &type : types)
         m_type->addItem(capitalised(RateType::inWords(type)), type);
@@ -101,7 +100,7 @@ QWidget *page_Rates::makeChoice()
 QWidget *page_Rates::makeTools()
 {
     auto *side = new QWidget;
-    side->setFixedWidth(228);
+    side->setFixedWidth(208);
     auto *layout = new QVBoxLayout(side);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
@@ -121,7 +120,7 @@ QWidget *page_Rates::makeTools()
               [this] { paintChosen(m_price->text()); });
     addButton(layout, u"btn_RateClear"_s, u"Ta&ke their price away"_s,
               u"Leaves the chosen hours without a price: they cost nothing."_s, [this] { m_grid->fill(std::nullopt); });
-    addButton(layout, u"btn_RateAll"_s, u"Give it to a&ll hours"_s, u"Gives every hour of the week this price."_s,
+    addButton(layout, u"btn_RateAll"_s, u"Give it to all &hours"_s, u"Gives every hour of the week this price."_s,
               [this] {
                   m_grid->choose(0, 0, WeekRates::days - 1, int(hoursOfDay(station().hours()).size()) - 1);
                   paintChosen(m_price->text());
@@ -137,12 +136,12 @@ QWidget *page_Rates::makeTools()
     QStringList fields;
     for (const QString &name : station().settings.namesOfFields())
         fields << name;
-    m_from = addBox(layout, u"cmb_RateFrom"_s, u"This rate t&ype's prices from"_s, fields);
+    m_from = addBox(layout, u"cmb_RateFrom"_s, u"This rate type's &prices from"_s, fields);
     addButton(layout, u"btn_RateCopyField"_s, u"Copy the f&ield"_s,
               u"Shows the week of that field here; it is not saved before you save."_s, [this] { copyField(); });
     layout->addSpacing(8);
     m_settle =
-        addButton(layout, u"btn_RateSettle"_s, u"Settle hours with se&veral prices"_s,
+        addButton(layout, u"btn_RateSettle"_s, u"Settle se&veral prices"_s,
                   u"Keeps the price that is charged now where several stand; saving removes the others."_s, [this] {
                       WeekRates week = m_grid->week();
                       week.settleOverlaps();

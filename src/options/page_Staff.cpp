@@ -75,11 +75,11 @@ QWidget *page_Staff::makeForm()
     m_selected = wrappedLabel(u"lbl_StaffSelected"_s, {}, 1.1);
     layout->addWidget(m_selected);
     m_ofSelected = {
-        addButton(layout, u"btn_SetLevel"_s, u"Give the &level chosen above"_s,
+        addButton(layout, u"btn_SetLevel"_s, u"Giv&e the level chosen above"_s,
                   u"Makes the selected staff member an administrator or ordinary staff."_s, &page_Staff::setLevel),
         addButton(layout, u"btn_SetPassword"_s, u"Give the &password typed above"_s,
                   u"Gives the selected staff member the password that was typed twice."_s, &page_Staff::setPassword),
-        addButton(layout, u"btn_RemoveStaff"_s, u"&Remove…"_s,
+        addButton(layout, u"btn_RemoveStaff"_s, u"Rem&ove…"_s,
                   u"Removes the selected staff member after a question; what they did stays recorded."_s,
                   &page_Staff::remove)};
     m_done = wrappedLabel(u"lbl_StaffDone"_s, {});

@@ -3,6 +3,7 @@
 #include "app/Errors.h"
 #include "app/FieldLengths.h"
 #include "app/SqlText.h"
+#include "look/Look.h"
 #include "look/NoBackslash.h"
 #include "look/RowsTable.h"
 #include "look/WrappedLabel.h"
@@ -182,6 +183,7 @@ void page_Stock::showItems()
         for (const int column : {int(Stock), int(Pieces), int(AfterDelivery), int(Difference)})
             cells[column]->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
         cells[Pieces]->setEditable(true);
+        cells[Pieces]->setBackground(Look::shared.background.lighter(112)); // where something can be typed
     }
 }
 
