@@ -93,11 +93,12 @@ QString plainName(const QString &name)
 QByteArray partOf(const MailAttachment &attachment)
 {
     const QMimeType type = QMimeDatabase().mimeTypeForFile(attachment.name, QMimeDatabase::MatchExtension);
-    QByteArray disposition = "attachment; filename=\"" + plainName(attachment.name).toLatin1() + '"';
-    if (plainName(attachment.name) != attachment.name)
-        disposition += ";\r\n filename*=UTF-8''" + attachment.name.section(u'/', -1).toUtf8().toPercentEncoding();
+    const QByteArray disposition =
+        plainName(attachment.name) == attachment.name
+            ? "filename=\"" + attachment.name.toLatin1() + '"'
+            : "filename*=UTF-8''" + attachment.name.section(u'/', -1).toUtf8().toPercentEncoding();
     return "Content-Type: " + type.name().toLatin1() + "\r\nContent-Transfer-Encoding: x-uuencode\r\n" +
-           "Content-Disposition: " + disposition + "\r\n\r\n" + uuencoded(attachment);
+           "Content-Disposition: attachment;\r\n " + disposition + "\r\n\r\n" + uuencoded(attachment);
 }
 
 // A value of six bits as a sign; ` stands for 0, because blanks at the end of a line get lost.

@@ -3,6 +3,10 @@
 #include <QTimer>
 
 #include <curl/curl.h>
+#ifndef Q_OS_WIN
+#include <sys/socket.h>
+#include <unistd.h>
+#endif
 
 #include <algorithm>
 #include <array>
@@ -16,6 +20,15 @@ struct FreeList
 {
     void operator()(curl_slist *list) const { curl_slist_free_all(list); }
 };
+
+int closeConnection(curl_socket_t socket)
+{
+#ifdef Q_OS_WIN
+    return closesocket(socket);
+#else
+    return close(socket);
+#endif
+}
 
 QString inPlainWords(int code, const MailSettings &settings, const QByteArray &detail)
 {
@@ -58,6 +71,10 @@ struct MailSender::Transfer
     }
     ~Transfer()
     {
+        // Without this the library says farewell to the server and waits for the answer, in place.
+        constexpr int bothWays = 2;
+        for (const curl_socket_t socket : sockets)
+            shutdown(socket, bothWays);
         curl_multi_remove_handle(multi, easy);
         curl_easy_cleanup(easy);
         curl_multi_cleanup(multi);
@@ -69,6 +86,8 @@ struct MailSender::Transfer
     void secure() const;
 
     static std::size_t readOn(char *buffer, std::size_t size, std::size_t count, void *transfer);
+    static int keepSocket(void *transfer, curl_socket_t opened, curlsocktype purpose);
+    static int closeSocket(void *transfer, curl_socket_t closing);
     static int hear(CURL *easy, curl_infotype type, char *bytes, std::size_t size, void *transfer);
 
     template <typename Value>
@@ -85,6 +104,7 @@ struct MailSender::Transfer
     std::unique_ptr<curl_slist, FreeList> recipients;
     CURLM *multi;
     CURL *easy;
+    std::vector<curl_socket_t> sockets; ///< that are open
     QTimer pulse;
 };
 
@@ -95,6 +115,18 @@ std::size_t MailSender::Transfer::readOn(char *buffer, std::size_t size, std::si
     std::memcpy(buffer, self->text.constData() + self->taken, std::size_t(bytes));
     self->taken += bytes;
     return std::size_t(bytes);
+}
+
+int MailSender::Transfer::keepSocket(void *transfer, curl_socket_t opened, curlsocktype /*purpose*/)
+{
+    static_cast<Transfer *>(transfer)->sockets.push_back(opened);
+    return CURL_SOCKOPT_OK;
+}
+
+int MailSender::Transfer::closeSocket(void *transfer, curl_socket_t closing)
+{
+    std::erase(static_cast<Transfer *>(transfer)->sockets, closing);
+    return closeConnection(closing);
 }
 
 // Keeps what the server says when it refuses something: 4xx and 5xx.
@@ -127,6 +159,10 @@ void MailSender::Transfer::prepare(const QStringList &to)
     set(CURLOPT_INFILESIZE_LARGE, curl_off_t(text.size()));
     set(CURLOPT_READFUNCTION, &Transfer::readOn);
     set(CURLOPT_READDATA, this);
+    set(CURLOPT_SOCKOPTFUNCTION, &Transfer::keepSocket);
+    set(CURLOPT_SOCKOPTDATA, this);
+    set(CURLOPT_CLOSESOCKETFUNCTION, &Transfer::closeSocket);
+    set(CURLOPT_CLOSESOCKETDATA, this);
     set(CURLOPT_VERBOSE, 1L);
     set(CURLOPT_DEBUGFUNCTION, &Transfer::hear);
     set(CURLOPT_DEBUGDATA, this);
