@@ -61,7 +61,7 @@ void BookerForm::clear()
 
 void BookerForm::takeKept()
 {
-    m_kept = new KeptLine(u"btn_ClearKept"_s, u"&Clear"_s, u"Empties the boxes and keeps nobody any more."_s);
+    m_kept = new KeptLine(u"btn_ClearKept"_s, u"Cl&ear"_s, u"Empties the boxes and keeps nobody any more."_s);
     addLine({}, m_kept);
     m_numbers->take(*m_station.keptCustomer);
     m_kept->showWords(u"Filled from the register: "_s + m_station.keptCustomer->name);

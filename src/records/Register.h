@@ -54,6 +54,8 @@ struct Register
     QString rateType = {}; ///< of a booking of its customers
 
     [[nodiscard]] bool isOfItems() const { return kind == Kind::Items; }
+    /// What several of them are called, "members".
+    [[nodiscard]] QString entries() const { return entry + u's'; }
     [[nodiscard]] const QString &numberOf(const RegisterRow &row) const { return row.values.at(qsizetype(number)); }
     [[nodiscard]] const QString &nameOf(const RegisterRow &row) const { return row.values.at(qsizetype(name)); }
     [[nodiscard]] Customer customer(const RegisterRow &row) const;

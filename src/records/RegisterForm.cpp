@@ -17,7 +17,7 @@ RegisterForm::RegisterForm(const Register &records, QWidget *parent) : EntryForm
     setFocusProxy(m_fields.front());
 }
 
-void RegisterForm::show(const QStringList &values)
+void RegisterForm::showValues(const QStringList &values)
 {
     m_shown.clear();
     for (std::size_t field = 0; field < m_fields.size(); ++field) {

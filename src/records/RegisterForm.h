@@ -12,10 +12,10 @@ public:
     explicit RegisterForm(const Register &records, QWidget *parent = nullptr);
 
     /// Shows an entry's texts; without any the boxes are empty and take nothing.
-    void show(const QStringList &values);
+    void showValues(const QStringList &values);
     /// What was entered, numbers without blanks round them.
     [[nodiscard]] QStringList values() const;
-    /// Something was entered since show().
+    /// Something was entered since showValues().
     [[nodiscard]] bool isChanged() const;
     /// Shows other hours, or another number, beneath what was entered elsewhere.
     void setText(std::size_t field, const QString &text);

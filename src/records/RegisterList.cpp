@@ -1,6 +1,7 @@
 #include "records/RegisterList.h"
 
 #include "app/Errors.h"
+#include "app/Formats.h"
 #include "app/Station.h"
 #include "look/NoBackslash.h"
 #include "records/Registers.h"
@@ -50,7 +51,7 @@ RegisterList::RegisterList(Station &station, const Register &records, QWidget *p
 QWidget *RegisterList::makeSearch(const Register &records)
 {
     m_search->setObjectName(records.isOfItems() ? u"txt_SearchItemName"_s : u"txt_SearchMemberName"_s);
-    m_search->setAccessibleName(u"Search "_s + records.title.toLower());
+    m_search->setAccessibleName(u"Search "_s + records.entries());
     m_search->setPlaceholderText(records.isOfItems() ? u"Part of a name, type or key"_s : u"Part of a name"_s);
     m_search->setMaxLength(records.fields[records.name].maxLength);
     new NoBackslash(m_search);
@@ -61,7 +62,7 @@ QWidget *RegisterList::makeSearch(const Register &records)
     auto *clear = new QPushButton(u"C&lear"_s);
     clear->setObjectName(u"btn_ClearSearchField"_s);
     clear->setAccessibleName(u"Clear the search"_s);
-    clear->setToolTip(u"Empties the search, so that the list shows all %1."_s.arg(records.title.toLower()));
+    clear->setToolTip(u"Empties the search, so that the list shows all %1."_s.arg(records.entries()));
     clear->setAutoDefault(false);
     connect(clear, &QPushButton::clicked, m_search, &QLineEdit::clear);
     connect(clear, &QPushButton::clicked, m_search, [this] { m_search->setFocus(); });
@@ -162,7 +163,8 @@ bool RegisterList::read()
     const auto found = qsizetype(rows.size());
     const QScopedValueRollback<bool> selecting(m_isSelecting, true);
     m_model.setRows(std::move(rows));
-    m_count->setText(isRead ? u"%1 %2"_s.arg(found).arg(found == 1 ? m_records.entry : m_records.title.toLower())
+    m_count->setText(isRead ? u"%1 %2"_s.arg(formatNumber(double(found), u"#,##0"_s),
+                                             found == 1 ? m_records.entry : m_records.entries())
                             : u"The list could not be read."_s);
     return isRead;
 }
@@ -172,16 +174,13 @@ bool RegisterList::eventFilter(QObject *watched, QEvent *event)
     if (event->type() != QEvent::KeyPress)
         return false;
     const int key = static_cast<QKeyEvent *>(event)->key();
-    if (watched == m_search && key == Qt::Key_Down) {
+    const bool isEnter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (watched == m_table && isEnter)
+        Q_EMIT enterPressed();
+    if (watched == m_search && (isEnter || key == Qt::Key_Down)) {
         m_table->setFocus();
         if (m_model.rowCount() > 0 && current() < 0)
             m_table->selectRow(0);
-        return true;
     }
-    if (key != Qt::Key_Return && key != Qt::Key_Enter)
-        return false;
-    if (watched == m_search && m_model.rowCount() > 0 && current() < 0)
-        m_table->selectRow(0);
-    Q_EMIT enterPressed();
-    return true;
+    return isEnter || (watched == m_search && key == Qt::Key_Down);
 }

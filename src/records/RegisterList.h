@@ -11,7 +11,8 @@ class QTableView;
 struct Station;
 
 /// The list of a register with the box in which it is searched as one types. The first letter is answered at once, the
-/// following ones together. What is chosen in the list is told; whether it may be left is the window's decision.
+/// following ones together; Enter goes to the rows. What is chosen in the list is told; whether it may be left is the
+/// window's decision.
 class RegisterList : public QWidget
 {
     Q_OBJECT
@@ -33,7 +34,7 @@ Q_SIGNALS:
     void searched();
     /// A row was chosen: a click, an arrow key.
     void chosen(int row);
-    /// Enter in the search box or on a row, or a double click.
+    /// Enter or a double click on a row.
     void enterPressed();
 
 protected:

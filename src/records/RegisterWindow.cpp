@@ -3,7 +3,6 @@
 #include "app/Errors.h"
 #include "app/Station.h"
 #include "look/Look.h"
-#include "look/WrappedLabel.h"
 #include "records/KeptLine.h"
 #include "records/RegisterFile.h"
 #include "records/RegisterForm.h"
@@ -11,7 +10,6 @@
 #include "records/Registers.h"
 #include "records/frm_ImportCsv.h"
 
-#include <QBoxLayout>
 #include <QEvent>
 #include <QFileDialog>
 #include <QLabel>
@@ -20,125 +18,46 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int space = 8;
-
-} // namespace
-
 RegisterWindow::RegisterWindow(Station &station, const QString &objectName, Register records, QWidget *parent)
     : QDialog(parent),
       m_station(station),
       m_records(std::move(records)),
       m_list(new RegisterList(station, m_records)),
       m_form(new RegisterForm(m_records)),
-      m_kept(new KeptLine(u"btn_ForgetKept"_s, u"For&get"_s, u"Keeps nobody for the next booking."_s))
+      m_kept(new KeptLine(u"btn_ForgetKept"_s, u"For&get"_s, u"Keeps nobody for the next booking."_s)),
+      m_frame(*this, m_records, *m_list, *m_form, *m_kept)
 {
     setObjectName(objectName);
     setWindowTitle(m_records.title);
-    layOut();
+    connectButtons();
     connect(m_list, &RegisterList::chosen, this, &RegisterWindow::choose,
             Qt::QueuedConnection); // a question must not open inside the mouse press
     connect(m_list, &RegisterList::searched, this, &RegisterWindow::search);
     connect(m_form, &RegisterForm::edited, this, &RegisterWindow::showState);
-    connect(m_form, &EntryForm::enteredLast, this, [this] { m_update->setFocus(); });
-    connect(m_kept, &KeptLine::takenBack, this, &RegisterWindow::forgetKept);
+    connect(m_form, &EntryForm::enteredLast, this, [this] { m_frame.update->setFocus(); });
     m_list->read();
-    show(std::nullopt);
+    showEntry(std::nullopt);
     showKept();
     m_list->setFocus();
 }
 
-void RegisterWindow::layOut()
+void RegisterWindow::connectButtons()
 {
-    auto *sides = new QHBoxLayout;
-    sides->setSpacing(3 * space);
-    sides->addLayout(makeListSide(), 1);
-    sides->addLayout(makeEntrySide(), 1);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(2 * space, 2 * space, 2 * space, 2 * space);
-    layout->setSpacing(space);
-    layout->addLayout(sides, 1);
-    layout->addWidget(m_kept);
-    layout->addSpacing(space);
-    layout->addLayout(makeBottom());
-    resize(960, 560);
-}
-
-QPushButton *RegisterWindow::addButton(QLayout &layout, const QString &name, const QString &text, const QString &tip,
-                                       void (RegisterWindow::*handler)())
-{
-    auto *button = new QPushButton(text);
-    button->setObjectName(name);
-    button->setAccessibleName(QString(text).remove(u'&').remove(u'…'));
-    button->setToolTip(tip);
-    button->setAutoDefault(false);
-    connect(button, &QPushButton::clicked, this, handler);
-    layout.addWidget(button);
-    return button;
-}
-
-QLayout *RegisterWindow::makeListSide()
-{
-    auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(space);
-    m_previous = addButton(*buttons, u"btn_Previous"_s, u"&Previous"_s,
-                           u"Shows the %1 above in the list."_s.arg(m_records.entry), &RegisterWindow::previous);
-    m_next = addButton(*buttons, u"btn_Next"_s, u"&Next"_s, u"Shows the %1 below in the list."_s.arg(m_records.entry),
-                       &RegisterWindow::next);
-    buttons->addStretch();
-    addButton(*buttons, u"btn_Refresh"_s, u"&Refresh"_s, u"Reads the list again, with what other counters changed."_s,
-              &RegisterWindow::refresh);
-    auto *side = new QVBoxLayout;
-    side->setSpacing(space);
-    side->addWidget(m_list, 1);
-    side->addLayout(buttons);
-    return side;
-}
-
-QLayout *RegisterWindow::makeEntrySide()
-{
-    m_heading = wrappedLabel(u"lbl_Heading"_s, {}, 1.2);
-    m_hint = new QLabel(u"Press 'Update' when finished !"_s);
-    m_hint->setObjectName(u"lbl_PressUpdate"_s);
-    m_hint->setMargin(space / 2);
-    auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(space);
-    m_update = addButton(*buttons, u"btn_Update"_s, u"&Update"_s,
-                         u"Saves what you entered for this %1."_s.arg(m_records.entry), &RegisterWindow::update);
-    addButton(*buttons, u"btn_Add"_s, u"&Add"_s,
-              u"Empties the boxes for a new %1, which Update then saves."_s.arg(m_records.entry), &RegisterWindow::add);
-    buttons->addStretch();
-    m_delete = addButton(*buttons, u"btn_Delete"_s, u"&Delete…"_s,
-                         u"Deletes the chosen %1 after a question."_s.arg(m_records.entry), &RegisterWindow::remove);
-    auto *side = new QVBoxLayout;
-    side->setSpacing(space);
-    side->addWidget(m_heading);
-    side->addWidget(m_form);
-    side->addWidget(m_hint, 0, Qt::AlignLeft);
-    side->addLayout(buttons);
-    side->addStretch();
-    return side;
-}
-
-QLayout *RegisterWindow::makeBottom()
-{
-    const QString all = m_records.title.toLower();
-    auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(space);
-    addButton(*buttons, u"btn_ImportCsv"_s, u"I&mport…"_s,
-              u"Shows what a file for spreadsheets would change in the %1, and takes it over."_s.arg(all),
-              &RegisterWindow::importCsv);
-    addButton(*buttons, u"btn_ExportCsv"_s, u"E&xport…"_s, u"Writes all %1 into a file for spreadsheets."_s.arg(all),
-              &RegisterWindow::exportCsv);
-    buttons->addStretch();
-    if (!m_records.isOfItems())
-        m_paste =
-            addButton(*buttons, u"btn_MemberPaste"_s, u"&Keep for the next booking"_s,
-                      u"The next booking or waiting-list entry begins with this customer."_s, &RegisterWindow::paste);
-    addButton(*buttons, u"btn_Close"_s, u"&Close"_s, u"Closes this window and asks first about what is not saved."_s,
-              &RegisterWindow::reject);
-    return buttons;
+    const std::initializer_list<std::pair<QPushButton *, void (RegisterWindow::*)()>> handlers{
+        {m_frame.previous, &RegisterWindow::previous},
+        {m_frame.next, &RegisterWindow::next},
+        {m_frame.refresh, &RegisterWindow::refresh},
+        {m_frame.update, &RegisterWindow::update},
+        {m_frame.add, &RegisterWindow::add},
+        {m_frame.remove, &RegisterWindow::remove},
+        {m_frame.importCsv, &RegisterWindow::importCsv},
+        {m_frame.exportCsv, &RegisterWindow::exportCsv},
+        {m_frame.paste, &RegisterWindow::paste},
+        {m_frame.close, &RegisterWindow::reject}};
+    for (const auto &[button, handler] : handlers)
+        if (button)
+            connect(button, &QPushButton::clicked, this, handler);
+    connect(m_kept, &KeptLine::takenBack, this, &RegisterWindow::forgetKept);
 }
 
 void RegisterWindow::act(const std::function<void()> &work)
@@ -152,11 +71,11 @@ int RegisterWindow::shownRow() const
     return m_shown ? m_list->rows().rowOf(m_shown->id) : -1;
 }
 
-void RegisterWindow::show(const std::optional<RegisterRow> &row)
+void RegisterWindow::showEntry(const std::optional<RegisterRow> &row)
 {
     m_shown = row;
     m_isAdding = false;
-    m_form->show(row ? row->values : QStringList());
+    m_form->showValues(row ? row->values : QStringList());
     m_list->select(shownRow());
     showState();
 }
@@ -164,23 +83,23 @@ void RegisterWindow::show(const std::optional<RegisterRow> &row)
 void RegisterWindow::showId(const QString &id)
 {
     const int row = m_list->rows().rowOf(id);
-    show(row < 0 ? std::nullopt : std::optional(m_list->rows().row(row)));
+    showEntry(row < 0 ? std::nullopt : std::optional(m_list->rows().row(row)));
 }
 
 void RegisterWindow::showState()
 {
     const bool isEdited = m_form->isChanged();
     const int row = shownRow();
-    m_heading->setText(m_isAdding ? u"New %1"_s.arg(m_records.entry)
-                       : m_shown  ? u"The chosen %1"_s.arg(m_records.entry)
-                                  : u"Choose one in the list, or press Add"_s);
-    Look::paint(*m_hint, isEdited ? Look::shared : Look::Tone{Look::paper, Look::ink});
-    m_previous->setEnabled(row > 0);
-    m_next->setEnabled(row + 1 < m_list->rows().rowCount());
-    m_update->setEnabled(m_isAdding || m_shown);
-    m_delete->setEnabled(m_shown.has_value());
-    if (m_paste)
-        m_paste->setEnabled(m_shown.has_value());
+    m_frame.heading->setText(m_isAdding ? u"New %1"_s.arg(m_records.entry)
+                             : m_shown  ? u"The chosen %1"_s.arg(m_records.entry)
+                                        : u"Choose one in the list, or press Add"_s);
+    Look::paint(*m_frame.hint, isEdited ? Look::shared : Look::Tone{Look::paper, Look::ink});
+    m_frame.previous->setEnabled(row > 0);
+    m_frame.next->setEnabled(row + 1 < m_list->rows().rowCount());
+    m_frame.update->setEnabled(m_isAdding || m_shown);
+    m_frame.remove->setEnabled(m_shown.has_value());
+    if (m_frame.paste)
+        m_frame.paste->setEnabled(m_shown.has_value());
 }
 
 void RegisterWindow::choose(int row)
@@ -251,9 +170,9 @@ void RegisterWindow::add()
     act([&] {
         if (!mayLeave())
             return;
-        show(std::nullopt);
+        showEntry(std::nullopt);
         m_isAdding = true;
-        m_form->show(m_records.blankValues());
+        m_form->showValues(m_records.blankValues());
         showState();
         m_form->focusField(0);
     });
@@ -277,7 +196,7 @@ bool RegisterWindow::save()
     if (saved.end == SavedEntry::End::Kept)
         return false;
     m_list->read();
-    show(saved.row);
+    showEntry(saved.row);
     if (saved.end == SavedEntry::End::Saved)
         Q_EMIT written();
     return true;
@@ -294,7 +213,7 @@ bool RegisterWindow::mayLeave()
                             Answer::Cancel};
     const Answer answer = m_station.prompts.ask(question);
     if (answer == Answer::No)
-        show(m_shown);
+        showEntry(m_shown);
     return answer == Answer::No || (answer == Answer::Yes && save());
 }
 
@@ -314,7 +233,7 @@ void RegisterWindow::remove()
         if (m_shown && deleteRow(m_station, m_records, *m_shown).end == SaveOutcome::End::Changed)
             m_station.prompts.inform(u"%1 was changed meanwhile and is not deleted. Please look at it again."_s.arg(
                 m_records.nameOf(*m_shown)));
-        m_form->show({});
+        m_form->showValues({});
         refreshList();
         Q_EMIT written();
     });
@@ -353,15 +272,15 @@ void RegisterWindow::showKept()
 void RegisterWindow::standOverBooking()
 {
     m_isOverBooking = true;
-    m_paste->setText(u"&Fill in the booking"_s);
-    m_paste->setToolTip(u"Fills this customer into the booking and closes this window."_s);
+    m_frame.paste->setText(u"&Fill in the booking"_s);
+    m_frame.paste->setToolTip(u"Fills this customer into the booking and closes this window."_s);
     showKept();
     connect(m_list, &RegisterList::enterPressed, this, &RegisterWindow::paste, Qt::QueuedConnection);
 }
 
 void RegisterWindow::importCsv()
 {
-    const QString path = QFileDialog::getOpenFileName(this, u"Import %1"_s.arg(m_records.title.toLower()), {},
+    const QString path = QFileDialog::getOpenFileName(this, u"Import %1"_s.arg(m_records.entries()), {},
                                                       u"Tables (*.csv *.txt);;All files (*)"_s);
     if (!path.isEmpty())
         importFrom(path);
@@ -385,7 +304,7 @@ void RegisterWindow::importFrom(const QString &path)
 
 void RegisterWindow::exportCsv()
 {
-    const QString path = QFileDialog::getSaveFileName(this, u"Export %1"_s.arg(m_records.title.toLower()),
+    const QString path = QFileDialog::getSaveFileName(this, u"Export %1"_s.arg(m_records.entries()),
                                                       m_records.title + u".csv"_s, u"Tables (*.csv)"_s);
     if (!path.isEmpty())
         exportTo(path);
@@ -398,7 +317,7 @@ void RegisterWindow::exportTo(const QString &path)
         QSaveFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
             throw NotDone(u"The file cannot be written: "_s + file.errorString());
-        m_station.prompts.inform(u"All %1 are written to %2."_s.arg(m_records.title.toLower(), path));
+        m_station.prompts.inform(u"All %1 are written to %2."_s.arg(m_records.entries(), path));
     });
 }
 

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "records/EntrySaving.h"
+#include "records/RegisterFrame.h"
 
 #include <QDialog>
 
 class KeptLine;
-class QLabel;
-class QPushButton;
 class RegisterForm;
 class RegisterList;
 struct Station;
@@ -45,13 +44,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void layOut();
-    QLayout *makeListSide();
-    QLayout *makeEntrySide();
-    QLayout *makeBottom();
-    QPushButton *addButton(QLayout &layout, const QString &name, const QString &text, const QString &tip,
-                           void (RegisterWindow::*handler)());
-
+    void connectButtons();
     /// Runs a handler unless the database keeps another one waiting.
     void act(const std::function<void()> &work);
     void choose(int row);
@@ -69,7 +62,7 @@ private:
     void exportCsv();
 
     /// Shows an entry and selects it in the list; nothing for nobody.
-    void show(const std::optional<RegisterRow> &row);
+    void showEntry(const std::optional<RegisterRow> &row);
     /// Shows the entry with this id as the list has it; nobody when it has none.
     void showId(const QString &id);
     void showList();
@@ -92,11 +85,5 @@ private:
     RegisterList *m_list;
     RegisterForm *m_form;
     KeptLine *m_kept;
-    QLabel *m_heading = nullptr;
-    QLabel *m_hint = nullptr;
-    QPushButton *m_next = nullptr;
-    QPushButton *m_previous = nullptr;
-    QPushButton *m_update = nullptr;
-    QPushButton *m_delete = nullptr;
-    QPushButton *m_paste = nullptr; ///< not for items
+    RegisterFrame m_frame;
 };

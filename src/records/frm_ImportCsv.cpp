@@ -44,13 +44,16 @@ frm_ImportCsv::frm_ImportCsv(Station &station, Register records, const QString &
     : QDialog(parent), m_station(station), m_records(std::move(records)), m_bytes(std::move(bytes))
 {
     setObjectName(u"frm_ImportCsv"_s);
-    setWindowTitle(u"Import %1"_s.arg(m_records.title.toLower()));
+    setWindowTitle(u"Import %1"_s.arg(m_records.entries()));
+    QWidget *content = makeContent();
     m_ok = frameDialog(*this, u"Import %1 into %2"_s.arg(fileName, m_records.title),
-                       u"Nothing is written before you press Import, and then all lines or none."_s, makeContent(),
-                       u"&Import"_s);
+                       u"Nothing is written before you press Import. Lines that are wrong are left out then, and all "
+                       "others are written together."_s,
+                       content, u"&Import"_s);
+    static_cast<QBoxLayout *>(layout())->setStretchFactor(content, 1);
     m_ok->setToolTip(u"Writes all lines that are not wrong into the register."_s);
     connect(m_ok, &QPushButton::clicked, this, &frm_ImportCsv::import);
-    resize(900, 600);
+    resize(1000, 600);
     look();
 }
 
