@@ -4,10 +4,13 @@
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QCalendarWidget>
+#include <QComboBox>
 #include <QDesktopServices>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QScopeGuard>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -86,6 +89,42 @@ private Q_SLOTS:
                  "ben|ben evening Shift Ended , ben|log out, anna|logging in"_s);
     }
 
+    void paintedAndCharged()
+    {
+        start();
+        script(logIn + court);
+        openOptions(u"Rates"_s);
+        d->step(u"field"_s, [] { WindowDriver::control<QComboBox>(u"cmb_RateField"_s)->setCurrentIndex(6); });
+        d->pressKey(u"RateGrid"_s, Qt::Key_A, Qt::ControlModifier);
+        script(
+            u"type txt_RatePrice 25 | click btn_RatePaint | click btn_Save | click btn_Close | closed frm_Options"_s);
+        d->step(u"a booking"_s, [this] { book(u"24:00"_s, 6, u"Smith"_s); });
+        play(u"click btn_Refresh | select 24:00 | click btn_Paid | page 1 | see lbl_TotalPrice 25.00 | errors 0"_s);
+        QCOMPARE(rows(u"SELECT COUNT(*), MIN(r_rate), MAX(r_rate) FROM tbl_rate WHERE r_field=6"_s).section(u'|', 1),
+                 u"25.00|25.00"_s);
+        QCOMPARE(rows(u"SELECT DISTINCT log_staffname FROM tbl_log WHERE log_do LIKE 'rates:%'"_s), u"boss"_s);
+    }
+
+    void fieldAddedAndBooked()
+    {
+        writeSettings(centre(m_server, {{u"fields"_s, u"8"_s}}));
+        start();
+        script(logIn + u" | key W | field 0"_s); // no ninth field yet
+        openOptions(u"The centre"_s);
+        script(u"click btn_AddField"_s);
+        d->step(u"its name"_s, [] {
+            auto *fields = WindowDriver::control<QTableWidget>(u"ListView_Fields"_s);
+            fields->item(fields->rowCount() - 1, 0)->setText(u"Padel"_s);
+            fields->item(fields->rowCount() - 1, 1)->setText(u"Padel court"_s);
+        });
+        play(u"click btn_Save | click btn_Close | closed frm_Options"_s);
+        m_program.reset();
+        start();
+        script(logIn + u" | key W | field 8 | see lbl_FieldName Padel court | select 16:00 | click btn_Book"_s);
+        play(u"verify anna secret1 | type txt_BookerName Kim | click cmd_OK | closed frm_Booker | grid 16:00 Kim"_s);
+        QCOMPARE(bookings(), u"16:00|8|Kim|"_s);
+    }
+
     void everyControlHasATip()
     {
         start();
@@ -102,6 +141,16 @@ private Q_SLOTS:
     }
 
 private:
+    void openOptions(const QString &page)
+    {
+        script(u"click btn_Options | verify boss secret2"_s);
+        d->awaitWindow(u"frm_Options"_s);
+        d->step(page, [page] {
+            auto *pages = WindowDriver::control<QListWidget>(u"ListView_Pages"_s);
+            pages->setCurrentItem(pages->findItems(page, Qt::MatchExactly).value(0));
+        });
+    }
+
     QStringList m_opened;
 };
 
