@@ -3,18 +3,38 @@
 #include "WindowDriver.h"
 
 #include <QAbstractItemView>
-#include <QLabel>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QTabWidget>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// More than one flat colour.
+bool hasDrawing(const QPixmap &picture)
+{
+    const QImage image = picture.toImage().convertToFormat(QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixel(x, y) != image.pixel(0, 0))
+                return true;
+    return false;
+}
 
 void showRegister(WindowDriver &driver, const TourHelp &help)
 {
     driver.click(u"btn_Membership"_s);
     driver.awaitWindow(u"frm_Members"_s);
     driver.type(u"txt_SearchMemberName"_s, u"an"_s);
+    driver.await(u"those that were found"_s, [] {
+        const auto *list = WindowDriver::control<QAbstractItemView>(u"ListView_Member"_s)->model();
+        const auto isFound = [list](int row) {
+            return list->index(row, 1).data().toString().contains(u"an"_s, Qt::CaseInsensitive);
+        };
+        return list->rowCount() > 1 && isFound(0) && isFound(1) && isFound(list->rowCount() - 1);
+    });
     driver.step(u"choose a member"_s, [] {
         auto *list = WindowDriver::control<QAbstractItemView>(u"ListView_Member"_s);
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(1, 0)).center());
@@ -36,6 +56,9 @@ void showOptions(WindowDriver &driver, const TourHelp &help)
             auto *list = WindowDriver::control<QAbstractItemView>(u"ListView_Pages"_s);
             list->setCurrentIndex(list->model()->index(page, 0));
         });
+        if (page == pages.size() - 1)
+            driver.await(u"everything looked at"_s,
+                         [] { return WindowDriver::find(u"btn_RunCheck"_s)->property("enabled").toBool(); });
         help.picture(pages[page]);
     }
     driver.click(u"btn_Close"_s);
@@ -46,7 +69,12 @@ void showReport(WindowDriver &driver, const TourHelp &help)
 {
     driver.click(u"btn_Summary"_s);
     driver.awaitWindow(u"frm_Summary"_s);
-    driver.await(u"the report"_s, [] { return WindowDriver::find(u"WebBrowser"_s) != nullptr; });
+    driver.await(u"the painted report"_s, [] {
+        const auto *browser = WindowDriver::control<QWidget>(u"WebBrowser"_s);
+        return browser && hasDrawing(QGuiApplication::primaryScreen()->grabWindow(0, browser->mapToGlobal(QPoint()).x(),
+                                                                                  browser->mapToGlobal(QPoint()).y(),
+                                                                                  browser->width(), browser->height()));
+    });
     help.picture(u"summary"_s);
     driver.click(u"btn_Close"_s);
     driver.awaitClosed(u"frm_Summary"_s);

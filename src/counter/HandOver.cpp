@@ -33,8 +33,7 @@ void collectCash(Station &station, const QString &amount)
 {
     Operation operation(station, u"The collection of cash"_s);
     operation.run([&] {
-        logWithin(operation, station, station.CurrentStaff,
-                       u"Cash Collected "_s + plainNumber(leadingNumber(amount)));
+        logWithin(operation, station, station.CurrentStaff, u"Cash Collected "_s + plainNumber(leadingNumber(amount)));
         return true;
     });
 }

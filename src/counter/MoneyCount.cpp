@@ -15,6 +15,7 @@ namespace {
 constexpr int mostPieces = 9999;
 constexpr int rowsOfColumn = 6;
 constexpr int widgetsOfKind = 3;
+constexpr int besideOthers = 24;
 
 QString amountOfCents(qint64 cents)
 {
@@ -54,6 +55,8 @@ MoneyCount::MoneyCount(std::vector<qint64> kinds, QWidget *parent) : QWidget(par
         auto *sum = new QLabel;
         sum->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         sum->setMinimumWidth(sum->fontMetrics().horizontalAdvance(u"00000.00"_s));
+        if (column > 0)
+            grid->setColumnMinimumWidth(column, besideOthers + caption->sizeHint().width());
         grid->addWidget(caption, row, column);
         grid->addWidget(pieces, row, column + 1);
         grid->addWidget(sum, row, column + 2);

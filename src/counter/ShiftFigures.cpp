@@ -79,6 +79,11 @@ void readActivities(DbConnection &connection, int counter, ShiftFigures &figures
 
 } // namespace
 
+QString shortMoment(const QString &moment)
+{
+    return sql(u"%1/%2 %3"_s, moment.mid(8, 2), moment.mid(5, 2), moment.mid(11, 5));
+}
+
 std::vector<EndedShift> endedShifts(Station &station, int days)
 {
     return readShifts(station, sql(u"WHERE sh_datetime >= '%1' ORDER BY sh_datetime DESC, sh_id DESC"_s,

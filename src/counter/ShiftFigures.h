@@ -21,6 +21,9 @@ struct EndedShift
     QString stockLog = {};
 };
 
+/// "2026-11-14 22:05:09" as "14/11 22:05".
+QString shortMoment(const QString &moment);
+
 /// Of this counter, the latest first; those that ended in the last `days` days. Throws DbError.
 std::vector<EndedShift> endedShifts(Station &station, int days);
 /// The shift that ended last, nothing for a new counter. Throws DbError.

@@ -13,12 +13,6 @@ QString money(double amount)
     return formatNumber(amount, u"#0.00"_s);
 }
 
-// 2026-11-14 22:05:09 as 14/11 22:05
-QString shortMoment(const QString &moment)
-{
-    return sql(u"%1/%2 %3"_s, moment.mid(8, 2), moment.mid(5, 2), moment.mid(11, 5));
-}
-
 /// Lines below each other; those that count nothing have only words and an amount.
 class SlipLines
 {
@@ -92,7 +86,8 @@ Receipt closingSlip(Station &station, const EndedShift &shift)
     const double cashFloat = floatBefore(station, shift);
     const ShiftFigures figures = shiftFigures(station, shift.lastEnded, shift.ended);
     SlipLines lines;
-    lines.addWords(sql(u"%1 shift of %2, ended by %3"_s, shift.name, shortMoment(shift.ended), shift.staff));
+    const QString name = shift.name.left(1).toUpper() + shift.name.mid(1);
+    lines.addWords(sql(u"%1 shift of %2, ended by %3"_s, name, shortMoment(shift.ended), shift.staff));
     addFigures(lines, cashFloat, figures);
     lines.add(u"Counted in the drawer"_s, shift.money);
     lines.add(u"Difference"_s, shift.money - moneyExpected(cashFloat, figures));
