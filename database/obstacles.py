@@ -32,7 +32,7 @@ def faults(there, target):
     if wanted == "text":
         return text_faults(there, target, text)
     filled = f"TRIM({text}) <> '' AND "
-    return [(filled + condition, words) for condition, words in
+    return [(f"{filled}({condition})", words) for condition, words in
             {"whole": whole_faults, "number": number_faults, "moment": moment_faults}[wanted](there, target, text)]
 
 
