@@ -1,25 +1,22 @@
 #pragma once
 
-#include "reports/MailSettings.h"
+#include "reports/MailCourier.h"
 
 #include <QObject>
-#include <QStringList>
 
-#include <memory>
-
-/// Sends one mail at a time to the server of the settings while the event loop runs on.
+/// Sends one mail at a time to the server of the settings while the event loop runs on. What does so is loaded with the
+/// first mail.
 class MailSender : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit MailSender(QObject *parent = nullptr);
-    ~MailSender() override; ///< ends what is being sent
+    using QObject::QObject;
 
     /// `text` as mailText() makes it. Nothing has been sent to anybody when a recipient is refused.
     void send(const MailSettings &settings, const QStringList &to, const QByteArray &text);
     void cancel();
-    [[nodiscard]] bool isSending() const { return m_transfer != nullptr; }
+    [[nodiscard]] bool isSending() const { return m_courier && m_courier->isSending(); }
 
 Q_SIGNALS:
     void progressed(qint64 sentBytes, qint64 allBytes);
@@ -28,10 +25,8 @@ Q_SIGNALS:
     void failed(const QString &words);
 
 private:
-    struct Transfer;
+    /// False when there is nothing that could send.
+    bool loadCourier();
 
-    void goOn();
-    void report(int code);
-
-    std::unique_ptr<Transfer> m_transfer;
+    std::unique_ptr<MailCourier> m_courier;
 };

@@ -119,6 +119,7 @@ class tst_Mail : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { QCoreApplication::addLibraryPath(TAMSORA_PLUGINS); }
     void init() { qputenv("XDG_CONFIG_HOME", m_config.path().toUtf8()); }
     void cleanup() { QFile::remove(settingsFilePath()); }
 
