@@ -65,12 +65,12 @@ public:
             setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char *>(&yes), sizeof yes);
         });
         server.set_default_headers(headers());
+        // Before the library looks for a page by patterns, which a long address can keep busy.
         server.set_pre_routing_handler([this](const httplib::Request &request, httplib::Response &response) {
-            return refuse(request, response) ? httplib::Server::HandlerResponse::Handled
-                                             : httplib::Server::HandlerResponse::Unhandled;
+            if (!refuse(request, response))
+                answer(request, response);
+            return httplib::Server::HandlerResponse::Handled;
         });
-        server.Get(".*",
-                   [this](const httplib::Request &request, httplib::Response &response) { answer(request, response); });
         server.set_error_handler([](const httplib::Request & /*request*/, httplib::Response &response) {
             if (response.body.empty())
                 give(response,

@@ -101,6 +101,7 @@ QString byDay(const PageWork &work, const ByCounter &till)
     for (std::size_t i = 0; i < sums.size(); ++i)
         table.rows[i].push_back(Html::Cell::bar(double(sums[i].all()) / double(most)));
     std::vector<qint64> byCounter;
+    byCounter.reserve(till.size());
     for (const auto &[counter, figures] : till)
         byCounter.push_back(figures.sum().all());
     table.sums = rowByDay(u"All days"_s, byCounter, sumOf(till));

@@ -138,6 +138,8 @@ private Q_SLOTS:
             unknown counter  | 404 | GET /report/counter.asp?counter=7
             unknown page     | 404 | GET /report/../../etc/passwd
             marked up        | 404 | GET /%3Cscript%3E
+            long             | 404 | GET /LONG
+            too long         | 414 | GET /LONGLONGLONG
             post             | 405 | POST /report/booking.asp
             another host     | 421 | GET /@evil.example
         )"_s);
@@ -147,6 +149,7 @@ private Q_SLOTS:
     {
         auto [status, request] = cells<2>();
         const QString host = request.contains(u'@') ? request.section(u'@', 1) : u"127.0.0.1:%1"_s.arg(m_port);
+        request.replace(u"LONG"_s, u"x"_s.repeated(4000));
         const Answer answer = ask(request.section(u'@', 0, 0) + u" HTTP/1.1\r\nHost: "_s + host);
         QCOMPARE(answer.status, status.toInt());
         QCOMPARE(answer.body.isEmpty(), request.startsWith(u"HEAD"));
