@@ -62,7 +62,7 @@ QWidget *FieldsPart::makeFields()
     m_fields->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     m_fields->setTabKeyNavigation(false);
     connect(m_fields, &QTableWidget::cellChanged, this, &FieldsPart::takeFields);
-    auto *add = button(u"btn_AddField"_s, u"&Add a field"_s, u"Adds a field at the end of the list."_s);
+    auto *add = button(u"btn_AddField"_s, u"A&dd a field"_s, u"Adds a field at the end of the list."_s);
     auto *remove = button(u"btn_RemoveField"_s, u"Re&move the last"_s,
                           u"Removes the last field; the others keep their numbers, and so their bookings."_s);
     connect(add, &QPushButton::clicked, this, &FieldsPart::addField);
@@ -88,7 +88,7 @@ QWidget *FieldsPart::makeHoursAndPairs()
     QFormLayout *hours = addGroup(column, u"Working hours"_s);
     m_firstHour =
         addFigure(hours, u"&First hour"_s, u"spn_FirstHour"_s, u"The hour at which the business day begins."_s, 1, 23);
-    m_lastHour = addFigure(hours, u"&Last hour after midnight"_s, u"spn_LastHour"_s,
+    m_lastHour = addFigure(hours, u"Last &hour after midnight"_s, u"spn_LastHour"_s,
                            u"The last hour that can be booked after midnight; 2 means until 03:00."_s, 0, 22);
     m_hours = words(u"lbl_Hours"_s, {});
     hours->addRow(m_hours);

@@ -83,9 +83,9 @@ PlanPart::PlanPart(QWidget *parent)
 
 void PlanPart::addPicture(QFormLayout *form)
 {
-    m_plan = addChoice(form, u"&Plan"_s, u"cbo_Plan"_s, u"Which of the two plans is shown."_s);
+    m_plan = addChoice(form, u"Pla&n"_s, u"cbo_Plan"_s, u"Which of the two plans is shown."_s);
     m_plan->addItems({u"Ground plan"_s, u"Waiting list"_s});
-    m_image = addBox(form, u"Pi&cture"_s, u"txt_PlanImage"_s,
+    m_image = addBox(form, u"P&icture"_s, u"txt_PlanImage"_s,
                      u"The picture file; one in the program's folder goes by its bare name."_s);
     m_image->setReadOnly(true);
     auto *choose = button(u"btn_ChoosePicture"_s, u"C&hoose a picture …"_s,

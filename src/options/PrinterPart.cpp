@@ -27,17 +27,17 @@ const QString tillSection = u"Till"_s;
 PrinterPart::PrinterPart(Station &station, PrinterDesk &desk, QFormLayout *form, BoundSettings &settings, QWidget *page)
     : QObject(page), m_station(station), m_desk(desk), m_page(page)
 {
-    m_printer = addBox(form, u"Rece&ipt printer"_s, u"txt_Printer"_s,
+    m_printer = addBox(form, u"Receipt printer"_s, u"txt_Printer"_s,
                        u"The printer that is used without asking; empty when staff are asked each time."_s);
     settings.addBox(m_printer, tillSection, u"printer"_s, u"receipt printer"_s).worksAtOnce = true;
-    m_paper = addChoice(form, u"Pa&per"_s, u"cbo_Paper"_s, u"What the printer is loaded with."_s);
+    m_paper = addChoice(form, u"Paper"_s, u"cbo_Paper"_s, u"What the printer is loaded with."_s);
     m_paper->addItem(u"As the printer says"_s, QString());
     for (const Paper paper : {Paper::Roll80, Paper::Roll58, Paper::A5, Paper::A4})
         m_paper->addItem(paperName(paper), paperName(paper));
     settings.addChoice(m_paper, tillSection, u"paper"_s, u"receipt paper"_s).worksAtOnce = true;
-    auto *choose = button(u"btn_ChoosePrinter"_s, u"Choose a p&rinter …"_s,
+    auto *choose = button(u"btn_ChoosePrinter"_s, u"Choose a &printer …"_s,
                           u"Shows the printers of this computer to choose from."_s);
-    auto *slip = button(u"btn_TestSlip"_s, u"Print a test s&lip"_s,
+    auto *slip = button(u"btn_TestSlip"_s, u"Print a test sl&ip"_s,
                         u"Prints a slip on the printer and paper entered above, without saving them."_s);
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(8);

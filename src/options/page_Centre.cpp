@@ -49,7 +49,7 @@ page_Centre::page_Centre(Station &station, const QString &administrator, QWidget
     setObjectName(u"page_Centre"_s);
     auto *tabs = new CentreTabs;
     tabs->setObjectName(u"SSTabCentre"_s);
-    tabs->addTab(m_fields, u"Fields and &hours"_s);
+    tabs->addTab(m_fields, u"Fields &and hours"_s);
     tabs->addTab(makeReceipts(), u"Receipts and &counters"_s);
     tabs->addTab(m_plans, u"&Plans"_s);
     auto *layout = new QVBoxLayout(this);

@@ -86,7 +86,7 @@ void page_ThisCounter::addDatabase(QBoxLayout *column)
 void page_ThisCounter::addServices(QBoxLayout *column)
 {
     QFormLayout *form = addGroup(column, u"Reports and mail"_s);
-    QLineEdit *web = addBox(form, u"Report pa&ges"_s, u"txt_WebServer"_s, u"The computer with the report pages."_s);
+    QLineEdit *web = addBox(form, u"Report pages"_s, u"txt_WebServer"_s, u"The computer with the report pages."_s);
     m_settings.addBox(web, systemSection, u"webserver"_s, u"report pages"_s, u"localhost"_s);
     const auto add = [this, form](const QString &caption, const QString &name, const QString &key, const QString &tip,
                                   bool isSecret = false) {
@@ -94,7 +94,7 @@ void page_ThisCounter::addServices(QBoxLayout *column)
             .worksAtOnce = true;
     };
     add(u"&Mail server"_s, u"txt_MailServer"_s, u"server"_s, u"The computer that sends mail; empty for no mail."_s);
-    add(u"Mail p&ort"_s, u"txt_MailPort"_s, u"port"_s, u"The port of the mail server; empty for the usual one."_s);
+    add(u"Mail port"_s, u"txt_MailPort"_s, u"port"_s, u"The port of the mail server; empty for the usual one."_s);
     QComboBox *security =
         addChoice(form, u"&Encryption"_s, u"cbo_MailSecurity"_s, u"How the way to the mail server is kept secret."_s);
     security->addItem(u"As usual"_s, QString());
@@ -102,26 +102,26 @@ void page_ThisCounter::addServices(QBoxLayout *column)
     security->addItem(u"STARTTLS"_s, u"starttls"_s);
     security->addItem(u"TLS from the start"_s, u"tls"_s);
     m_settings.addChoice(security, mailSection, u"security"_s, u"mail encryption"_s).worksAtOnce = true;
-    add(u"Ma&il account"_s, u"txt_MailUser"_s, u"user"_s,
+    add(u"Mail account"_s, u"txt_MailUser"_s, u"user"_s,
         u"The account on the mail server; empty when it wants none."_s);
-    add(u"Mail passwor&d"_s, u"txt_MailPassword"_s, u"password"_s, u"The password of the mail account."_s, true);
-    add(u"Sender (&from)"_s, u"txt_MailFrom"_s, u"from"_s, u"The address from which the mail comes."_s);
+    add(u"Mail password"_s, u"txt_MailPassword"_s, u"password"_s, u"The password of the mail account."_s, true);
+    add(u"Sender (from)"_s, u"txt_MailFrom"_s, u"from"_s, u"The address from which the mail comes."_s);
 }
 
 void page_ThisCounter::addDrawer(QBoxLayout *column)
 {
     QFormLayout *form = addGroup(column, u"Cash drawer"_s);
-    m_drawer = addChoice(form, u"Dra&wer"_s, u"cbo_Drawer"_s, u"How the drawer is connected to this computer."_s);
+    m_drawer = addChoice(form, u"&Drawer"_s, u"cbo_Drawer"_s, u"How the drawer is connected to this computer."_s);
     m_drawer->addItems({u"None at this counter"_s, u"Serial port by number"_s, u"Device by its path"_s});
     m_drawerPort =
         addFigure(form, u"Port &number"_s, u"spn_DrawerPort"_s,
                   u"The number of the serial port: 2 is COM2, or the second port of this computer."_s, 1, mostPorts);
     m_drawerDevice = addBox(form, u"Device pat&h"_s, u"txt_DrawerDevice"_s, u"The path of the drawer's port."_s);
-    m_drawerLine = addBox(form, u"Line settin&gs"_s, u"txt_DrawerLine"_s,
+    m_drawerLine = addBox(form, u"Line settings"_s, u"txt_DrawerLine"_s,
                           u"Baud rate, parity, data bits and stop bits; empty for 9600,N,8,1."_s);
     m_drawerCommand = addBox(form, u"&Command"_s, u"txt_DrawerCommand"_s,
                              u"What opens the drawer. <1B> stands for the byte 1B (Escape), <3C> for the sign <."_s);
-    auto *test = button(u"btn_TestDrawer"_s, u"Open the drawer no&w"_s,
+    auto *test = button(u"btn_TestDrawer"_s, u"&Open the drawer now"_s,
                         u"Opens the drawer with what is entered above, without saving it."_s);
     m_drawerAnswer = answer(u"lbl_Drawer"_s);
     form->addRow(QString(), test);

@@ -243,6 +243,48 @@ private Q_SLOTS:
         QVERIFY(stored().contains("webserver=web4"));
     }
 
+    // With the mouse gone: each part has a name, each button a key of its own, and Tab goes through the page to the
+    // end.
+    void canBeUsedByKeys_data() { drawnRows(u"counter | 0 | 0\nfields | 1 | 0\nreceipts | 1 | 1\nplans | 1 | 2"_s); }
+
+    void canBeUsedByKeys()
+    {
+        const auto [page, tab] = cells<2>();
+        Options options(m_server, page.toInt());
+        auto *tabs = options.part<QTabWidget>(u"SSTabCentre"_s);
+        tabs->setCurrentIndex(tab.toInt());
+        QCoreApplication::processEvents();
+        QStringList captions;
+        for (int i = 0; tabs->isVisible() && i < tabs->count(); ++i)
+            captions << tabs->tabText(i);
+        QStringList names;
+        for (const QWidget *part = options.window.nextInFocusChain(); part != &options.window;
+             part = part->nextInFocusChain()) {
+            const auto *label = qobject_cast<const QLabel *>(part);
+            const auto *button = qobject_cast<const QPushButton *>(part);
+            if (part->isVisible() && label && label->buddy())
+                captions << label->text();
+            if (part->isVisible() && button) {
+                captions << button->text();
+                QVERIFY2(button->text().contains(u'&') && button->toolTip().endsWith(u'.'), qPrintable(button->text()));
+            }
+            if (!part->isVisible() || (part->focusPolicy() & Qt::TabFocus) == 0 ||
+                part->objectName().startsWith(u"qt_"))
+                continue;
+            names << part->objectName();
+            if (!button && !qobject_cast<const QTabWidget *>(part))
+                QVERIFY2(!part->accessibleName().isEmpty(), qPrintable(part->objectName()));
+        }
+        QCOMPARE(names.first(), u"ListView_Pages"_s);
+        QCOMPARE(names.last(2), (QStringList{u"btn_Save"_s, u"btn_Close"_s}));
+        QStringList keys;
+        for (const QString &caption : captions)
+            if (const qsizetype at = caption.indexOf(u'&'); at >= 0)
+                keys << caption.mid(at + 1, 1).toLower();
+        keys.sort();
+        QCOMPARE(keys.removeDuplicates(), 0);
+    }
+
     void triesWhatIsEnteredWithoutSavingIt()
     {
         Options options(m_server, 0);
