@@ -207,11 +207,11 @@ Lines drawerLook(Station &station)
     if (settings.drawerCommand.isEmpty())
         return {{HealthState::Attention, subject, u"No command is set that opens it"_s,
                  u"Enter it on the page of this counter, or say there that this counter has no drawer."_s}};
-    const QString device = settings.drawerDevice.isEmpty() ? u"/dev/ttyS"_s + QString::number(settings.drawerPort - 1)
-                                                           : settings.drawerDevice;
 #ifdef Q_OS_WIN
     return {{HealthState::Good, subject, u"It is set up; the test button on the page of this counter opens it"_s}};
 #else
+    const QString device = settings.drawerDevice.isEmpty() ? u"/dev/ttyS"_s + QString::number(settings.drawerPort - 1)
+                                                           : settings.drawerDevice;
     const bool isThere = QFileInfo(device).exists();
     return {lineOf(
         stateOf(isThere, HealthState::Bad), subject,
