@@ -77,7 +77,8 @@ class BringUp:
             if table not in self.there:
                 text = self.work.value(f"SHOW CREATE TABLE {PATTERN}.{name(table)}", 1)
                 self.changed.append(table)
-                self.step(f"{title}: is missing and is made", text.replace("CREATE TABLE ", f"CREATE TABLE {DATABASE}.", 1))
+                self.step(f"{title}: is missing and is made",
+                          text.replace("CREATE TABLE ", f"CREATE TABLE {DATABASE}.", 1))
             elif self.there[table] != "BASE TABLE":
                 self.stands_in_the_way(table, [f"is a {self.there[table].lower()} and no table"])
             else:
@@ -124,7 +125,7 @@ class BringUp:
             self.long(f"UPDATE {place} SET {empty.assignment}{untouched} WHERE {empty.condition}")
         self.long(f"ALTER TABLE {place} {parts}")
         if self.work.value(f"SELECT COUNT(*) FROM {place}") != count:
-            raise Failed(f"{place} does not have the {count} rows any more that it had. Ask for help; nothing else is changed.")
+            raise Failed(f"{place} does not have the {count} rows any more that it had. Ask for help; the rest is as it was.")
         self.work.rows("UNLOCK TABLES")
         say(f"    done in {time.monotonic() - start:.1f} s, {count} rows")
 

@@ -1,4 +1,4 @@
-"""Makes a dump of posdb, restores it, compares the two and only then calls the file a backup; started by database/backup."""
+"""Makes a dump of posdb, restores it, compares the two and only then calls the file a backup; database/backup starts it."""
 
 import argparse
 import gzip
@@ -13,7 +13,7 @@ from session import Failed, ServerError, Session, end_on_signals, name, quoted, 
 
 DATABASE, SCRATCH = "posdb", "tamsora_restored"
 FILE = re.compile(r"^posdb-\d{4}-\d\d-\d\d-\d{6}\.sql\.gz(\.part)?$")
-ATTEMPTS = 3
+ATTEMPTS = 2
 BLOCK = 1 << 20
 
 
@@ -171,8 +171,8 @@ class Backup:
 
     def note(self, rows):
         words = f"backup checked {self.name}, {rows} rows"
-        self.work.rows(f"INSERT INTO {DATABASE}.tbl_log SET log_counter = 0, log_staffname = 'backup', log_datetime = NOW(), "
-                       f"log_do = {quoted(words)}")
+        self.work.rows(f"INSERT INTO {DATABASE}.tbl_log SET log_counter = 0, log_staffname = 'backup', "
+                       f"log_datetime = NOW(), log_do = {quoted(words)}")
         say(f"{os.path.join(self.options.to, self.name)}: {words}")
 
     def backups(self):
@@ -195,7 +195,8 @@ def is_clipboard(table):
 
 def compare(wanted, restored):
     for table in sorted(wanted.keys() | restored.keys()):
-        for what, one, other in zip(("structure", "count of rows", "sum"), wanted.get(table, "---"), restored.get(table, "---")):
+        both = wanted.get(table, "---"), restored.get(table, "---")
+        for what, one, other in zip(("structure", "count of rows", "sum"), *both):
             if one != other:
                 raise Failed(f"The restored {table} is not the one that was dumped: its {what} differs.")
 

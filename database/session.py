@@ -84,9 +84,9 @@ class Session:
         raise ServerError("\n".join(said) or "The connection to the server was lost.")
 
     def hold(self, lock, words):
-        """Holds a named lock of the server as long as the session lasts."""
+        """Holds a named lock of the server as long as the session lasts; the one of a run that just ended is waited for."""
         self.rows("SET SESSION wait_timeout = 604800")
-        if self.value(f"SELECT GET_LOCK({quoted(lock)}, 0)") != "1":
+        if self.value(f"SELECT GET_LOCK({quoted(lock)}, 5)") != "1":
             raise Failed(words)
 
     def close(self):

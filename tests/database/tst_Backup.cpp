@@ -55,8 +55,13 @@ private Q_SLOTS:
         // All but the row that the backup itself wrote.
         m_server.exec(
             u"DELETE FROM posdb.tbl_log WHERE log_do LIKE 'backup checked %'; DELETE FROM other.tbl_log WHERE log_do LIKE 'backup checked %'"_s);
-        QCOMPARE(sums(u"other"_s), sums(u"posdb"_s));
-        QVERIFY(sums(u"other"_s).size() > 15);
+        const QStringList tables = m_server.rows(u"SHOW TABLES FROM other"_s);
+        QCOMPARE(tables, m_server.rows(u"SHOW TABLES FROM posdb"_s));
+        for (const QString &table : tables)
+            for (const QString &way :
+                 {u"posdb.%1 EXCEPT ALL SELECT * FROM other.%1"_s, u"other.%1 EXCEPT ALL SELECT * FROM posdb.%1"_s})
+                QCOMPARE(m_server.rows(u"SELECT * FROM "_s + way.arg(table)), QStringList());
+        QVERIFY(m_server.rows(u"SELECT COUNT(*) FROM other.tbl_booking"_s).first().toInt() > 100);
         m_server.exec(u"DROP DATABASE other"_s);
     }
 
@@ -126,32 +131,24 @@ private Q_SLOTS:
 
     void leavesNothingWhenItIsStopped()
     {
-        for (const QString &moment : {u"Dumping"_s, u"Adding it up"_s, u"Restoring"_s, u"Adding up what"_s}) {
-            const QTemporaryDir folder;
-            const QStringList options = server() + QStringList{u"--to"_s, folder.path()};
+        const QTemporaryDir folder;
+        const QStringList options = server() + QStringList{u"--to"_s, folder.path()};
+        for (const QString &moment : {u"Dumping"_s, u"Restoring"_s}) {
             QVERIFY(stopScript(u"backup"_s, options, moment, false));
             QCOMPARE(scratches(), QStringList());
             QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList());
             // A kill leaves things, but none that looks like a backup, and the next one takes them away.
             QVERIFY(stopScript(u"backup"_s, options, moment, true));
             QCOMPARE(QDir(folder.path()).entryList({u"*.gz"_s}, QDir::Files), QStringList());
-            QTRY_COMPARE(runScript(u"backup"_s, options).code, 0);
-            QCOMPARE(scratches(), QStringList());
-            QCOMPARE(QDir(folder.path()).entryList({u"*.part"_s}, QDir::Files), QStringList());
         }
+        QCOMPARE(runScript(u"backup"_s, options).code, 0);
+        QCOMPARE(scratches(), QStringList());
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 1);
     }
 
 private:
     [[nodiscard]] QStringList server() const { return {u"--socket"_s, m_server.socketPath()}; }
     [[nodiscard]] QStringList scratches() const { return m_server.rows(u"SHOW DATABASES LIKE 'tamsora%'"_s); }
-
-    [[nodiscard]] QStringList sums(const QString &database) const
-    {
-        QStringList tables = m_server.rows(u"SHOW TABLES FROM "_s + database);
-        for (QString &table : tables)
-            table = m_server.rows(u"CHECKSUM TABLE %1.%2"_s.arg(database, table)).first().section(u'.', 1);
-        return tables;
-    }
 
     static void writeFile(const QString &path, const QString &text)
     {
