@@ -129,8 +129,8 @@ void RegisterWindow::step(int by)
 void RegisterWindow::search()
 {
     act([&] {
-        m_list->read();
-        if (shownRow() < 0 && m_shown && m_form->isChanged() && !mayLeave()) {
+        const bool isRead = m_list->read();
+        if (isRead && shownRow() < 0 && m_shown && m_form->isChanged() && !mayLeave()) {
             m_list->setSearch(m_searched);
             m_list->read();
         }
@@ -181,7 +181,7 @@ void RegisterWindow::add()
 void RegisterWindow::update()
 {
     act([&] {
-        if (!(m_isAdding || m_shown) || !save() || shownRow() >= 0)
+        if (!(m_isAdding || m_shown) || !save() || shownRow() >= 0 || m_list->search().isEmpty())
             return;
         m_list->setSearch({}); // it does not fit what was saved
         refreshList();
