@@ -29,6 +29,8 @@ void ShiftActions::endShift(QStringView name)
     if (!m_station.prompts.confirm(
             sql(u"Are you REALLY sure that you closing %1 %2 Shift?"_s, article, m_station.shiftName.toUpper()), {}))
         return;
+    if (!m_mayLeave())
+        return;
     frm_ShiftEnd window(m_station, m_till.namesOfHeldLists(), m_window);
     connect(&window, &frm_ShiftEnd::slipWanted, this, &ShiftActions::printSlip);
     connect(&window, &frm_ShiftEnd::reportWanted, this, &ShiftActions::openReport);

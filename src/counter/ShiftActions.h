@@ -18,6 +18,9 @@ public:
     /// Windows open over `window`. The till tells which payment lists are on hold.
     ShiftActions(Station &station, const TillActions &till, QWidget *window);
 
+    /// Asked before a shift is ended, because its staff are logged out then.
+    void setMayLeave(std::function<bool()> mayLeave) { m_mayLeave = std::move(mayLeave); }
+
     void endMorningShift() { endShift(u"morning"); }
     void endEveningShift() { endShift(u"evening"); }
     void handOver();
@@ -45,6 +48,7 @@ private:
     Station &m_station;
     const TillActions &m_till;
     QWidget *m_window;
+    std::function<bool()> m_mayLeave = [] { return true; };
     SystemPrinters m_printers;
     ReceiptPrinting m_printing;
 };

@@ -11,6 +11,8 @@
 #include "reports/frm_Mail.h"
 #include "reports/frm_Summary.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 HouseWindows::HouseWindows(Station &station, const TillActions &till, QWidget *window)
@@ -55,6 +57,13 @@ void HouseWindows::openGroup(int group)
         window->setAttribute(Qt::WA_DeleteOnClose);
         window->setVisible(true);
     });
+}
+
+bool HouseWindows::closeAll()
+{
+    const auto open = m_window->findChildren<QDialog *>(QString(), Qt::FindDirectChildrenOnly);
+    return std::all_of(open.begin(), open.end(),
+                       [](QDialog *window) { return !window->isVisible() || window->close(); });
 }
 
 QString HouseWindows::administratorFor(const QString &what)

@@ -26,6 +26,10 @@ public:
     void openSummary(const QString &day);
     void openMail(const QString &subject, const QString &text);
 
+    /// Before the main window goes: closes the windows that stand beside it. False when somebody stays with what is not
+    /// saved in one of them.
+    [[nodiscard]] bool closeAll();
+
 Q_SIGNALS:
     /// The catalogue or the stock may have changed.
     void itemsTouched();

@@ -20,6 +20,7 @@
 #include "schedule/page_Booking.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -143,7 +144,9 @@ void frm_Main::connectPages()
 
 void frm_Main::connectHouse()
 {
-    auto *windows = new HouseWindows(m_station, m_counterPage->actions(), this);
+    m_windows = new HouseWindows(m_station, m_counterPage->actions(), this);
+    HouseWindows *windows = m_windows;
+    m_shifts->actions().setMayLeave([windows] { return windows->closeAll(); });
     connect(m_house, &HouseBar::membersWanted, windows, &HouseWindows::openMembers);
     connect(m_house, &HouseBar::groupWanted, windows, &HouseWindows::openGroup);
     connect(m_house, &HouseBar::studentsWanted, windows, &HouseWindows::openStudents);
@@ -293,8 +296,15 @@ bool frm_Main::handleKey(const QKeyEvent &key)
     return shownPage()->takeKey(key);
 }
 
+void frm_Main::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(m_windows->closeAll());
+}
+
 void frm_Main::logOut()
 {
+    if (!m_windows->closeAll())
+        return;
     WriteActivityLog(m_station, m_station.CurrentStaff, u"log out"_s);
     QApplication::quit();
 }

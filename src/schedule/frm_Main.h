@@ -11,8 +11,10 @@
 #include <vector>
 
 class HouseBar;
+class HouseWindows;
 class Page;
 class PlacedPicture;
+class QCloseEvent;
 class QKeyEvent;
 class QLabel;
 class QPushButton;
@@ -42,6 +44,7 @@ Q_SIGNALS:
     void loggedOut();
 
 protected:
+    void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -80,6 +83,7 @@ private:
     std::vector<Page *> m_pages;
     PlacedPicture *m_topImage = nullptr;
     HouseBar *m_house = nullptr;
+    HouseWindows *m_windows = nullptr;
     QPushButton *m_counter = nullptr;
     page_Booking *m_booking = nullptr;
     page_Counter *m_counterPage = nullptr;

@@ -89,6 +89,22 @@ private Q_SLOTS:
                  "ben|ben evening Shift Ended , ben|log out, anna|logging in"_s);
     }
 
+    void memberKeptForTheNextBooking()
+    {
+        start();
+        script(logIn + court + u" | click btn_Membership"_s);
+        chooseMember();
+        script(u"see txt_MemberName Maria M. | type txt_MemberTel 888 | click btn_Update | click btn_MemberPaste | "
+               "click btn_Close | closed frm_Members | select 16:00 | click btn_Book | verify anna secret1 | "
+               "see txt_BookerName Maria M. | see txt_BookerTel 888 | click cmd_OK | closed frm_Booker | "
+               "grid 16:00 Maria M. | select 17:00 | click btn_Book | verify anna secret1"_s);
+        play(u"see txt_BookerName  | click btn_LookMember"_s);
+        chooseMember();
+        play(u"click btn_MemberPaste | closed frm_Members | see txt_BookerName Maria M. | click cmd_OK | "
+             "closed frm_Booker | grid 16:00 Maria M., 17:00 Maria M. | errors 0"_s);
+        QCOMPARE(bookings(), u"16:00|6|Maria M.|member, 17:00|6|Maria M.|member"_s);
+    }
+
     void paintedAndCharged()
     {
         start();
@@ -141,6 +157,15 @@ private Q_SLOTS:
     }
 
 private:
+    void chooseMember()
+    {
+        d->awaitWindow(u"frm_Members"_s);
+        d->step(u"the member"_s, [] {
+            auto *list = WindowDriver::control<QAbstractItemView>(u"ListView_Member"_s);
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                              list->visualRect(list->model()->index(0, 0)).center());
+        });
+    }
     void openOptions(const QString &page)
     {
         script(u"click btn_Options | verify boss secret2"_s);
