@@ -9,23 +9,14 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString money(double amount)
-{
-    return formatNumber(amount, u"#0.00"_s);
-}
-
-} // namespace
-
 QString differenceWords(double counted, double expected)
 {
     constexpr double halfACent = 0.005;
     const double difference = counted - expected;
     const QString words = std::abs(difference) < halfACent ? u"nothing is missing"_s
-                          : difference < 0                 ? money(-difference) + u" short"_s
-                                                           : money(difference) + u" too much"_s;
-    return sql(u"%1 counted, %2 should be in the drawer: %3"_s, money(counted), money(expected), words);
+                          : difference < 0                 ? moneyText(-difference) + u" short"_s
+                                                           : moneyText(difference) + u" too much"_s;
+    return sql(u"%1 counted, %2 should be in the drawer: %3"_s, moneyText(counted), moneyText(expected), words);
 }
 
 FiguresTable::FiguresTable(const QString &objectName, QWidget *parent)
@@ -55,14 +46,14 @@ void FiguresTable::showFigures(const ShiftFigures &figures, double cashFloat)
                            figures.from.isEmpty()
                                ? u"From the beginning"_s
                                : sql(u"From %1 to %2"_s, figures.from.left(16), figures.to.left(16)));
-    addFigure(u"Sales"_s, QString::number(figures.transactions), money(figures.sold()), true);
-    addFigure(u"   of booked hours"_s, plainNumber(figures.hours), money(figures.hoursTotal));
-    addFigure(u"   of goods"_s, plainNumber(figures.pieces), money(figures.goodsTotal));
-    addFigure(u"Float of the shift before"_s, {}, money(cashFloat));
+    addFigure(u"Sales"_s, QString::number(figures.transactions), moneyText(figures.sold()), true);
+    addFigure(u"   of booked hours"_s, plainNumber(figures.hours), moneyText(figures.hoursTotal));
+    addFigure(u"   of goods"_s, plainNumber(figures.pieces), moneyText(figures.goodsTotal));
+    addFigure(u"Float of the shift before"_s, {}, moneyText(cashFloat));
     for (const ShiftFigures::Collection &collection : figures.collections)
         addFigure(sql(u"Collected at %1, while %2 served"_s, collection.when.mid(11, 5), collection.staff), {},
-                  money(-collection.amount));
-    addFigure(u"Should be in the drawer"_s, {}, money(moneyExpected(cashFloat, figures)), true);
+                  moneyText(-collection.amount));
+    addFigure(u"Should be in the drawer"_s, {}, moneyText(moneyExpected(cashFloat, figures)), true);
     addFigure(u"Drawer opened without a sale"_s, QString::number(figures.noSales), {});
     for (const QString &handOver : figures.handOvers)
         addFigure(handOver, {}, {});

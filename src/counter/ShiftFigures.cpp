@@ -84,6 +84,11 @@ QString shortMoment(const QString &moment)
     return sql(u"%1/%2 %3"_s, moment.mid(8, 2), moment.mid(5, 2), moment.mid(11, 5));
 }
 
+QString moneyText(double amount)
+{
+    return formatNumber(amount, u"#0.00"_s);
+}
+
 std::vector<EndedShift> endedShifts(Station &station, int days)
 {
     return readShifts(station, sql(u"WHERE sh_datetime >= '%1' ORDER BY sh_datetime DESC, sh_id DESC"_s,

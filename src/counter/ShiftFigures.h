@@ -23,6 +23,8 @@ struct EndedShift
 
 /// "2026-11-14 22:05:09" as "14/11 22:05".
 QString shortMoment(const QString &moment);
+/// 12.5 as "12.50".
+QString moneyText(double amount);
 
 /// Of this counter, the latest first; those that ended in the last `days` days. Throws DbError.
 std::vector<EndedShift> endedShifts(Station &station, int days);

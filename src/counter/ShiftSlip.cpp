@@ -8,19 +8,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString money(double amount)
-{
-    return formatNumber(amount, u"#0.00"_s);
-}
-
 /// Lines below each other; those that count nothing have only words and an amount.
 class SlipLines
 {
 public:
-    void add(const QString &words, double amount) { m_lines.push_back({{}, words, {}, {}, money(amount)}); }
+    void add(const QString &words, double amount) { m_lines.push_back({{}, words, {}, {}, moneyText(amount)}); }
     void addCount(const QString &words, double count, double amount)
     {
-        m_lines.push_back({{}, words, {}, plainNumber(count), money(amount)});
+        m_lines.push_back({{}, words, {}, plainNumber(count), moneyText(amount)});
     }
     void addWords(const QString &words, double count = 0)
     {
@@ -54,7 +49,7 @@ Receipt slip(const Station &station, const QString &title, double total, const S
     Receipt receipt = receiptHead(station, title, 0);
     receipt.number = u"Counter "_s + QString::number(station.settings.ThisCounter);
     receipt.lines = lines.lines();
-    receipt.amount = u"$ "_s + money(total);
+    receipt.amount = u"$ "_s + moneyText(total);
     return receipt;
 }
 

@@ -13,16 +13,13 @@
 #include <QPushButton>
 #include <QStandardItem>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int daysShown = 30;
-
-QString money(double amount)
-{
-    return formatNumber(amount, u"#0.00"_s);
-}
 
 void alignFigures(RowsTable &table, int firstColumn)
 {
@@ -81,37 +78,44 @@ QWidget *page_Shifts::makePresent()
 
 QLayout *page_Shifts::makeButtons()
 {
+    struct Entry
+    {
+        QString name;
+        QString icon;
+        QString caption;
+        QString tip;
+        std::function<void()> handler;
+    };
+    const std::vector<Entry> entries{
+        {u"btn_EndMorningShift"_s, u"clock"_s, u"End &morning shift…"_s,
+         u"Counts the drawer, records the end of the morning shift and logs out."_s,
+         [this] { m_actions->endMorningShift(); }},
+        {u"btn_EndEveningShift"_s, u"clock"_s, u"End &evening shift…"_s,
+         u"Counts the drawer, records the end of the evening shift and logs out."_s,
+         [this] { m_actions->endEveningShift(); }},
+        {u"btn_HandOver"_s, u"membership"_s, u"&Hand over…"_s,
+         u"Gives the counter to another staff member, with the money counted."_s, [this] { m_actions->handOver(); }},
+        {u"btn_CollectCash"_s, u"drawer"_s, u"&Collect cash…"_s,
+         u"Lets an administrator take cash out of the drawer and logs the amount."_s,
+         [this] { m_actions->collectCash(); }},
+        {u"btn_InterimSlip"_s, u"receipt"_s, u"&Interim slip…"_s,
+         u"Prints the figures of this shift so far on receipt paper; the shift goes on."_s,
+         [this] { m_actions->printInterimSlip(); }},
+        {u"btn_CounterReport"_s, u"summary"_s, u"Counter &report"_s,
+         u"Opens this counter's report in the web browser."_s, [this] { m_actions->openReport(); }},
+        {u"btn_MailShift"_s, u"mail"_s, u"Mai&l the figures…"_s,
+         u"Opens a mail with the figures of this shift so far."_s, [this] { mail(); }},
+    };
+    constexpr int columns = 2;
     auto *grid = new QGridLayout;
     grid->setSpacing(8);
-    const auto add = [&](int row, int column, const QString &name, const QString &icon, const QString &caption,
-                         const QString &tip) {
-        auto *button = new QPushButton(Look::icon(icon), caption);
-        button->setObjectName(name);
-        button->setToolTip(tip);
-        grid->addWidget(button, row, column);
-        return button;
-    };
-    connect(add(0, 0, u"btn_EndMorningShift"_s, u"clock"_s, u"End &morning shift…"_s,
-                u"Counts the drawer, records the end of the morning shift and logs out."_s),
-            &QPushButton::clicked, m_actions, &ShiftActions::endMorningShift);
-    connect(add(0, 1, u"btn_EndEveningShift"_s, u"clock"_s, u"End &evening shift…"_s,
-                u"Counts the drawer, records the end of the evening shift and logs out."_s),
-            &QPushButton::clicked, m_actions, &ShiftActions::endEveningShift);
-    connect(add(1, 0, u"btn_HandOver"_s, u"membership"_s, u"&Hand over…"_s,
-                u"Gives the counter to another staff member, with the money counted."_s),
-            &QPushButton::clicked, m_actions, &ShiftActions::handOver);
-    connect(add(1, 1, u"btn_CollectCash"_s, u"drawer"_s, u"&Collect cash…"_s,
-                u"Lets an administrator take cash out of the drawer and logs the amount."_s),
-            &QPushButton::clicked, m_actions, &ShiftActions::collectCash);
-    connect(add(2, 0, u"btn_InterimSlip"_s, u"receipt"_s, u"&Interim slip…"_s,
-                u"Prints the figures of this shift so far on receipt paper; the shift goes on."_s),
-            &QPushButton::clicked, m_actions, &ShiftActions::printInterimSlip);
-    connect(add(2, 1, u"btn_CounterReport"_s, u"summary"_s, u"Counter &report"_s,
-                u"Opens this counter's report in the web browser."_s),
-            &QPushButton::clicked, m_actions, &ShiftActions::openReport);
-    connect(add(3, 0, u"btn_MailShift"_s, u"mail"_s, u"Mai&l the figures…"_s,
-                u"Opens a mail with the figures of this shift so far."_s),
-            &QPushButton::clicked, this, &page_Shifts::mail);
+    for (const Entry &entry : entries) {
+        auto *button = new QPushButton(Look::icon(entry.icon), entry.caption);
+        button->setObjectName(entry.name);
+        button->setToolTip(entry.tip);
+        connect(button, &QPushButton::clicked, this, entry.handler);
+        grid->addWidget(button, grid->count() / columns, grid->count() % columns);
+    }
     return grid;
 }
 
@@ -172,8 +176,8 @@ void page_Shifts::showEnded()
     m_shifts->clearRows();
     for (const EndedShift &shift : m_ended)
         addAligned(*m_shifts,
-                   {shift.ended.left(16), shift.name, shift.staff, money(shift.money), money(shift.cashFloat),
-                    money(shift.sales)},
+                   {shift.ended.left(16), shift.name, shift.staff, moneyText(shift.money), moneyText(shift.cashFloat),
+                    moneyText(shift.sales)},
                    3);
     m_shifts->selectRow(current > 0 && current < int(m_ended.size()) ? current : 0);
     showStock();

@@ -6,6 +6,7 @@
 #include "support/CuttingProxy.h"
 #include "support/DeedCounter.h"
 #include "support/DrawnRows.h"
+#include "support/MessageOf.h"
 #include "support/TestStation.h"
 
 #include <QTemporaryDir>
@@ -28,16 +29,6 @@ struct ShiftStation : ScriptedPerson, Station
 
     QDateTime moment{QDate(2026, 11, 14), QTime(14, 59, 59)};
 };
-
-QString messageOf(const std::function<void()> &step)
-{
-    try {
-        step();
-    } catch (const std::exception &error) {
-        return QString::fromUtf8(error.what());
-    }
-    return {};
-}
 
 } // namespace
 
