@@ -15,15 +15,18 @@
 #include "booking/Cancelling.h"
 #include "counter/ReceiptPainter.h"
 #include "counter/Settlement.h"
+#include "counter/ShiftEnd.h"
 #include "counter/TillActions.h"
 #include "counter/frm_Change.h"
 #include "counter/page_Counter.h"
 #include "plan/Alerts.h"
+#include "records/frm_Members.h"
 #include "schedule/DaySchedule.h"
 #include "schedule/frm_Main.h"
 #include "schedule/page_Booking.h"
 
 #include <QDialog>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QScopeGuard>
@@ -100,7 +103,8 @@ public:
         m_station.readClock();
     }
 
-    /// All of "refresh", "operations", "till", "reports", "flushed" and "windows", or only the ones that are named.
+    /// All of "refresh", "operations", "till", "registers", "reports", "flushed" and "windows", or only the ones that
+    /// are named.
     void run(const QStringList &wanted)
     {
         const auto isWanted = [&](const QString &part) { return wanted.isEmpty() || wanted.contains(part); };
@@ -112,6 +116,8 @@ public:
             compareOperations();
         if (isWanted(u"till"_s))
             compareTill();
+        if (isWanted(u"registers"_s))
+            compareRegisters();
         if (isWanted(u"reports"_s))
             compareReports();
         if (isWanted(u"windows"_s))
@@ -274,6 +280,10 @@ private:
         constexpr int manyItems = 5000;
         makeItems(fewItems);
         compare(sale(u"settle 4 hours and 6 goods"_s, 101));
+        m_station.shiftName = u"morning"_s;
+        compare({u"shift end with 1,000 items"_s, 41, [&] {
+                     ShiftEnd(m_station).record({u"200"_s, u"300"_s, u"100"_s});
+                 }});
         page_Counter page(m_station);
         page.resize(QGuiApplication::primaryScreen()->availableSize());
         page.show();
@@ -310,6 +320,34 @@ private:
             comparison.bare.push_back(repainted(page, [&] { page.update(); }));
         }
         page.actions().reset();
+        comparison.print();
+    }
+
+    /// From a typed letter to the painted list of all that it finds, against the statement alone.
+    void compareRegisters()
+    {
+        constexpr int rounds = 21;
+        constexpr double most = 100; // milliseconds
+        constexpr int pause = 200;   // until the next letter is answered at once
+        m_root.send("DELETE FROM tbl_member");
+        m_root.send("INSERT INTO tbl_member (m_idno, m_name, m_org, m_tel) SELECT CONCAT('M', 1000000 + seq), "
+                    "CONCAT('Harbour ', seq), 'Harbour School', '0612345678' FROM seq_1_to_20000");
+        frm_Members window(m_station);
+        window.show();
+        awaitPainted([&] { return &window; });
+        auto *search = window.findChild<QLineEdit *>(u"txt_SearchMemberName"_s);
+        Comparison comparison{u"register search 20,000 rows"_s, 0, most};
+        for (int i = 0; i < rounds; ++i) {
+            QEventLoop rest;
+            QTimer::singleShot(pause, &rest, &QEventLoop::quit);
+            rest.exec();
+            const QString text = i % 2 == 0 ? u"harb"_s : u"bour"_s;
+            comparison.ours.push_back(repainted(window, [&] { search->setText(text); }));
+            comparison.bare.push_back(milliseconds([&] {
+                m_bare.sendAll(
+                    {"SELECT * from tbl_member WHERE m_name LIKE '%" + text.toUtf8() + "%' ORDER BY m_idno ASC ;"});
+            }));
+        }
         comparison.print();
     }
 

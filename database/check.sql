@@ -1,10 +1,13 @@
 -- Tamsora: what must hold in the tables at any moment, whoever was cut off in the middle of what. database/check runs
 -- this file; by hand:
 --     SET @pairs = '[[0,1],[0,2]]', @last_hour = 2; SOURCE check.sql;
--- @pairs are the entries of [Shared] in the settings, in their order; @last_hour is hour_end.
+-- @pairs are the entries of [Shared] in the settings, in their order; @last_hour is hour_end. Whoever runs it puts the
+-- sales of the other counters where the comment "other counters" stands, and sets @all_counters = 1: by hand only the
+-- first counter's sales are looked at.
 --
 -- It is one statement, so that counters may work meanwhile: it sees one moment. It needs the right to SELECT only, on
 -- MariaDB 10.11 or MySQL 8, and gives a row for each fault: its name, the hour, the field, and what stands there.
+-- The options of the program run it in parts: a SELECT, UNION ALL or ORDER BY of its own stands in the first column.
 
 SET NAMES utf8mb4 COLLATE utf8mb4_bin;
 
@@ -47,6 +50,18 @@ extra_times AS (
                                                 SUBSTRING(b_datetime, 12, 2) + 1), 2, '0'), ':00:00') AS next_hour
     FROM tbl_booking
     WHERE b_extratime > 0 AND SUBSTRING(b_datetime, 12, 2) <> IF(COALESCE(@last_hour, 0) = 0, 24, LPAD(@last_hour, 2, '0'))
+),
+sold AS (
+    SELECT 1 AS counter, c_transaction, c_datetime, c_item, c_itemtotal, c_receipt FROM tbl_counter1
+    -- other counters
+),
+-- Booked hours that were sold, with what they brought: "Field Number 7 14/11/2026 18:00" is field 6.
+sold_hours AS (
+    SELECT CONVERT(CONCAT(LEFT(RIGHT(c_item, 10), 4), '-', LEFT(RIGHT(c_item, 13), 2), '-', LEFT(RIGHT(c_item, 16), 2),
+                          ' ', RIGHT(c_item, 5), ':00') USING ascii) COLLATE ascii_bin AS slot,
+           SUBSTRING_INDEX(SUBSTRING(c_item, 14), ' ', 1) - 1 AS field, SUM(c_itemtotal) AS brought
+    FROM sold WHERE c_item REGEXP '^Field Number [0-9]{1,2} [0-9]{2}/[0-9]{2}/[0-9]{4} [0-9]{2}:[0-9]{2}$'
+    GROUP BY slot, field
 )
 
 SELECT 'two bookers in one slot' AS fault, b_datetime AS slot, b_field AS field,
@@ -174,5 +189,34 @@ WHERE changed.m_job = 'change rate'
   AND NOT EXISTS (SELECT 1 FROM tbl_remark AS later
                   WHERE later.m_datetime = changed.m_datetime AND later.m_field = changed.m_field
                     AND later.m_id > changed.m_id AND later.m_job IN ('change rate', 'book'))
+
+UNION ALL
+-- Paid and sold are written together, and nobody clears a paid hour.
+SELECT 'a sold hour with another amount', a.b_datetime, a.b_field,
+       CONCAT(a.b_bookername, '; sold for ', sold_hours.brought, ', paid stands as ', a.b_paid)
+FROM sold_hours
+JOIN tbl_booking AS a ON a.b_datetime = sold_hours.slot AND a.b_field = sold_hours.field AND a.b_exclusive = 1
+WHERE ABS(a.b_paid - sold_hours.brought) >= 0.01
+
+UNION ALL
+-- Sales may have been put away to free their numbers, so only what was played a month after the oldest one counts.
+SELECT 'a paid hour that no counter sold', a.b_datetime, a.b_field, CONCAT(a.b_bookername, '; ', a.b_paid)
+FROM tbl_booking AS a
+LEFT JOIN sold_hours ON sold_hours.slot = a.b_datetime AND sold_hours.field = a.b_field
+WHERE @all_counters = 1 AND a.b_paid > 0 AND a.b_exclusive = 1 AND sold_hours.slot IS NULL
+  AND LEFT(a.b_datetime, 10) > (SELECT CONVERT(DATE_FORMAT(DATE_ADD(MIN(c_datetime), INTERVAL 31 DAY), '%Y-%m-%d')
+                                               USING ascii) COLLATE ascii_bin FROM sold)
+
+UNION ALL
+SELECT 'one receipt number on two sales', MIN(c_datetime), NULL,
+       CONCAT('counter ', counter, ', receipt ', c_receipt, ': transactions ', MIN(c_transaction), ' and ', MAX(c_transaction))
+FROM sold WHERE c_receipt > 0
+GROUP BY counter, c_receipt HAVING COUNT(DISTINCT c_transaction) > 1
+
+UNION ALL
+SELECT 'two receipt numbers on one sale', MIN(c_datetime), NULL,
+       CONCAT('counter ', counter, ', transaction ', c_transaction, ': receipts ', MIN(c_receipt), ' and ', MAX(c_receipt))
+FROM sold
+GROUP BY counter, c_transaction HAVING COUNT(DISTINCT c_receipt) > 1
 
 ORDER BY slot, field, fault;

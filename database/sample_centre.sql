@@ -540,6 +540,42 @@ INSERT INTO tbl_counter2 (c_transaction, c_datetime, c_item, c_itemprice, c_item
 SELECT number, sold_at, item, price, quantity, total, special, receipt, staff
 FROM sold_line WHERE counter = 2 ORDER BY number, line;
 
+-- The shifts of both counters in the last week: morning until 15:00, evening until 02:30. A hundred stays in the drawer;
+-- now and then some cents are missing. The stock is today's and what was sold since.
+CREATE TEMPORARY TABLE shift_end AS
+SELECT number AS counter, moment, name, staff, 100 AS cash_float,
+       LAG(moment) OVER (PARTITION BY number ORDER BY moment) AS before_it
+FROM (SELECT counters.seq AS number, days.seq AS day, 'morning' AS name, 'mara' AS staff,
+             TIMESTAMPADD(HOUR, 15, DATE_SUB(@today, INTERVAL days.seq DAY)) AS moment
+      FROM seq_1_to_2 AS counters, seq_0_to_7 AS days
+      UNION ALL
+      SELECT counters.seq, days.seq, 'evening', 'jonas', 
+             TIMESTAMPADD(MINUTE, 26 * 60 + 30, DATE_SUB(@today, INTERVAL days.seq DAY))
+      FROM seq_1_to_2 AS counters, seq_0_to_7 AS days) AS ends
+WHERE moment < @now;
+CREATE TEMPORARY TABLE shift AS
+SELECT shift_end.counter, moment, before_it, name, shift_end.staff, cash_float, COALESCE(MIN(sold_at), moment) AS first_sale,
+       COALESCE(SUM(total), 0) - IF(CRC32(CONCAT('short', moment)) % 4 = 0, 0.5, 0) AS sales
+FROM shift_end LEFT JOIN sold_line ON sold_line.counter = shift_end.counter AND sold_at > before_it AND sold_at <= moment
+WHERE before_it IS NOT NULL
+GROUP BY shift_end.counter, moment;
+CREATE TEMPORARY TABLE stock_then AS
+SELECT moment, GROUP_CONCAT(i_name, '=', then_there, '|' ORDER BY i_id SEPARATOR '') AS stock_log
+FROM (SELECT moment, i_id, i_name, i_currentstock + CAST(COALESCE(SUM(quantity), 0) AS SIGNED) AS then_there
+      FROM (SELECT DISTINCT moment FROM shift_end) AS moments JOIN tbl_item
+      LEFT JOIN sold_line ON item = i_name AND sold_at > moment
+      GROUP BY moment, i_id) AS stock
+GROUP BY moment;
+CREATE TABLE IF NOT EXISTS tbl_shift2 LIKE tbl_shift1;
+INSERT INTO tbl_shift1 (sh_datetime, sh_lastdatetime, sh_shift, sh_staff, sh_float, sh_totalmoney, sh_sales,
+                        sh_first_transaction, sh_stocklog)
+SELECT moment, before_it, name, staff, cash_float, cash_float + sales, sales, first_sale, stock_log
+FROM shift JOIN stock_then USING (moment) WHERE counter = 1 ORDER BY moment;
+INSERT INTO tbl_shift2 (sh_datetime, sh_lastdatetime, sh_shift, sh_staff, sh_float, sh_totalmoney, sh_sales,
+                        sh_first_transaction, sh_stocklog)
+SELECT moment, before_it, name, staff, cash_float, cash_float + sales, sales, first_sale, stock_log
+FROM shift JOIN stock_then USING (moment) WHERE counter = 2 ORDER BY moment;
+
 -- Hours played: what the registered brought along, and what they paid above.
 UPDATE tbl_member SET m_hour = CRC32(m_idno) % 60 + (SELECT COUNT(*) FROM slot JOIN booker ON booker.id = booker_id
     WHERE paid AND name = m_name AND rate_type = 'member');

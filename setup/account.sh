@@ -1,7 +1,8 @@
-# The database, its tables and the program's account on a server: the one place that says which rights the program has.
+# The database and the accounts on a server: the one place that says which rights the program and its backup have.
 
 readonly account=tamsora
 readonly account_rights='SELECT, INSERT, UPDATE, DELETE, LOCK TABLES, CREATE, DROP'
+readonly backup_account=tamsora_backup
 
 create_database_sql() {
     printf 'CREATE DATABASE IF NOT EXISTS posdb CHARACTER SET utf8mb4;\n'
@@ -19,6 +20,17 @@ change_password_sql() {
 # CREATE is for the tables of a further counter, DROP for emptying a counter's clipboard (HOSTS).
 grant_sql() {
     printf "GRANT %s ON posdb.* TO '%s'@'%s';\n" "$account_rights" "$account" "$1"
+}
+
+# The account of the backup, which gets this password in any case (HOSTS PASSWORD).
+backup_account_sql() {
+    cat <<END
+CREATE USER IF NOT EXISTS '$backup_account'@'$1' IDENTIFIED BY '$2';
+ALTER USER '$backup_account'@'$1' IDENTIFIED BY '$2';
+GRANT SELECT, LOCK TABLES, SHOW VIEW, TRIGGER ON posdb.* TO '$backup_account'@'$1';
+GRANT INSERT ON posdb.tbl_log TO '$backup_account'@'$1';
+GRANT ALL ON \`tamsora\_restored\`.* TO '$backup_account'@'$1';
+END
 }
 
 # The report server's account, which can change nothing.

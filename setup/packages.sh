@@ -10,8 +10,9 @@ readonly needed_packages=(
     openbox
 )
 readonly test_packages=(
-    # what the tests read PDFs with, the mail server they send to, the browser that reads the report pages
-    poppler-utils python3-aiosmtpd chromium
+    # what the tests read PDFs with, the mail server they send to, the browser that reads the report pages, and what
+    # database/install and database/backup need
+    poppler-utils python3-aiosmtpd chromium python3 mariadb-client
 )
 readonly check_packages=(clang-format clang-tidy)
 

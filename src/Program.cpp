@@ -4,6 +4,7 @@
 #include "app/CounterTables.h"
 #include "app/Errors.h"
 #include "app/frm_Login.h"
+#include "options/frm_FirstRun.h"
 #include "schedule/frm_Main.h"
 
 #include <QScreen>
@@ -28,6 +29,8 @@ Program::~Program()
 
 bool Program::start()
 {
+    if (frm_FirstRun::isNeeded() && frm_FirstRun(m_prompts).exec() != QDialog::Accepted)
+        return false;
     return guarded(m_prompts, ErrorCode::LoadingForm, [this] {
         AppSettings settings = loadStartupValues();
         LoadSettings(settings);
@@ -35,14 +38,27 @@ bool Program::start()
         m_prompts.setStation(*m_station);
         m_station->database.setWaitSign(&m_waiting);
         CreateCounterTables(m_station->database, m_prompts, m_station->settings.CounterCount);
-        m_login = std::make_unique<frm_Login>(*m_station);
-        // Queued, so that the login window's own handler has ended when the window goes.
-        QObject::connect(
-            m_login.get(), &frm_Login::loggedIn, m_login.get(), [this] { openMainWindow(); }, Qt::QueuedConnection);
-        const QRect available = m_login->screen()->availableGeometry();
-        m_login->move(available.center() - m_login->rect().center());
-        m_login->show();
+        openLoginWindow();
     });
+}
+
+void Program::openLoginWindow()
+{
+    m_login = std::make_unique<frm_Login>(*m_station);
+    // Queued, so that the login window's own handler has ended when the window goes.
+    QObject::connect(
+        m_login.get(), &frm_Login::loggedIn, m_login.get(), [this] { openMainWindow(); }, Qt::QueuedConnection);
+    const QRect available = m_login->screen()->availableGeometry();
+    m_login->move(available.center() - m_login->rect().center());
+    m_login->show();
+}
+
+void Program::changeShift()
+{
+    // Shown before the other goes: the program ends with its last window.
+    guarded(m_prompts, ErrorCode::LoadingForm, [this] { openLoginWindow(); });
+    m_station->CurrentStaff.clear();
+    m_main.reset();
 }
 
 void Program::openMainWindow()
@@ -52,6 +68,9 @@ void Program::openMainWindow()
         return;
     guarded(m_prompts, ErrorCode::LoadingForm, [this] {
         m_main = std::make_unique<frm_Main>(*m_station);
+        // Queued, for the same reason.
+        QObject::connect(
+            m_main.get(), &frm_Main::loggedOut, m_main.get(), [this] { changeShift(); }, Qt::QueuedConnection);
         const QRect available = m_main->screen()->availableGeometry();
         m_main->resize(available.size().boundedTo(largestUsefulSize));
         m_main->move(available.topLeft());

@@ -18,7 +18,8 @@ public:
     Program &operator=(const Program &) = delete;
     ~Program();
 
-    /// Shows the login window. False after an error, which was shown with code 5: the program ends then.
+    /// Shows the login window, before it the guide where nobody has set this counter up. False after an error, which
+    /// was shown with code 5, and when the guide was left: the program ends then.
     bool start();
 
     /// Nothing before start().
@@ -28,7 +29,10 @@ public:
     [[nodiscard]] frm_Main *mainWindow() { return m_main.get(); }
 
 private:
+    void openLoginWindow();
     void openMainWindow();
+    /// The next shift logs in without starting the program.
+    void changeShift();
 
     QtPrompts m_prompts;
     frm_Waiting m_waiting;

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QMenu>
+#include <QSpinBox>
 #include <QTableView>
 #include <QTest>
 
@@ -107,8 +108,11 @@ void WindowDriver::click(const QString &name)
 
 void WindowDriver::type(const QString &name, const QString &text)
 {
-    add({u"type into "_s + name, [name] { return isUsable(name) && control<QLineEdit>(name); },
+    add({u"type into "_s + name,
+         [name] { return isUsable(name) && (control<QLineEdit>(name) || control<QSpinBox>(name)); },
          [name, text] {
+             if (auto *number = control<QSpinBox>(name))
+                 return number->setValue(text.toInt());
              auto *box = control<QLineEdit>(name);
              box->setFocus();
              box->clear();

@@ -1,5 +1,6 @@
 // Walks through a day at the counter in the real windows and saves a picture of the screen after every scene.
 
+#include "HouseTour.h"
 #include "Program.h"
 #include "WindowDriver.h"
 #include "app/Application.h"
@@ -66,6 +67,11 @@ public:
         blockBook();
         sell();
         switchLights();
+        addHouseTour(m_driver, {[this](const QString &name) { picture(name); },
+                                [this] {
+                                    verify(u"admin"_s, u"court2026"_s);
+                                    m_driver.awaitClosed(u"frm_VerifyUser"_s);
+                                }});
         const bool ok = m_driver.run();
         if (!ok)
             m_out << "FAILED: " << m_driver.failure() << Qt::endl;

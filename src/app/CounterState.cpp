@@ -1,5 +1,7 @@
 #include "app/CounterState.h"
 
+#include "app/SqlText.h"
+
 using namespace Qt::StringLiterals;
 
 QString GetCounterStaff(Database &database, int counter)
@@ -12,16 +14,24 @@ QString GetCounterStaff(Database &database, int counter)
     return staff;
 }
 
+QString counterStaffStatement(int counter, const QString &login)
+{
+    return sql(u"UPDATE tbl_system SET sys_counterstaff='%1' where sys_counter =%2"_s, login, counter);
+}
+
+QString counterShiftStatement(int counter, int status)
+{
+    return sql(u"UPDATE tbl_system SET sys_doclose=%1 where sys_counter =%2"_s, status, counter);
+}
+
 void SetCounterStaff(Database &database, int counter, const QString &login)
 {
     DbConnection connection(database);
-    connection.execute(u"UPDATE tbl_system SET sys_counterstaff='"_s + login + u"' where sys_counter ="_s +
-                       QString::number(counter));
+    connection.execute(counterStaffStatement(counter, login));
 }
 
 void SetCounterStaffShiftStatus(Database &database, int counter, int status)
 {
     DbConnection connection(database);
-    connection.execute(u"UPDATE tbl_system SET sys_doclose="_s + QString::number(status) + u" where sys_counter ="_s +
-                       QString::number(counter));
+    connection.execute(counterShiftStatement(counter, status));
 }

@@ -10,3 +10,7 @@ QString GetCounterStaff(Database &database, int counter);
 void SetCounterStaff(Database &database, int counter, const QString &login);
 /// Status 0: the shift is open; 1: it was closed.
 void SetCounterStaffShiftStatus(Database &database, int counter, int status);
+
+/// The statements of the two, for an operation that does more with them.
+QString counterStaffStatement(int counter, const QString &login);
+QString counterShiftStatement(int counter, int status);

@@ -31,6 +31,8 @@ public:
     /// auto-increment column `idColumn`; a server that went down hard may give the number to another row, so `sameRow`
     /// is a condition that tells them apart.
     void insertProof(const QString &sql, const QString &table, const QString &idColumn, const QString &sameRow);
+    /// The number that the last INSERT got from the database.
+    [[nodiscard]] quint64 insertId() const { return m_connection->insertId(); }
     /// What is told after a lost answer: "was recorded" and then "as transaction 7".
     void setRecordedAs(const QString &words) { m_recordedAs = words; }
     /// A query, with a lock, that gives a row when the operation stands; for one that inserts nothing.

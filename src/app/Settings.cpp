@@ -22,6 +22,7 @@ namespace {
 
 constexpr int bufferSize = 255;
 constexpr qint16 mostFields = 16;
+constexpr qint16 mostSpecialGroups = 5;
 constexpr qint16 mostInt16 = std::numeric_limits<qint16>::max();
 constexpr int driverOptions = 18475;
 constexpr double mostNote = 1e8; // in cents
@@ -31,10 +32,19 @@ QString systemSection()
     return u"System"_s;
 }
 
-QString systemText(const QString &key, const QString &defaultValue = {})
+// The section System of one settings file.
+struct SystemSection
 {
-    return ReadSetting(systemSection(), key, defaultValue);
-}
+    const QString &file;
+
+    [[nodiscard]] QString text(const QString &key, const QString &defaultValue = {}) const
+    {
+        return ReadSetting(systemSection(), key, defaultValue, file);
+    }
+    // A number for which nothing is written into the file when it is missing.
+    [[nodiscard]] qint16 optionalNumber(const QString &key, qint16 defaultValue, qint16 least, qint16 most,
+                                        const QString &remark = {}) const;
+};
 
 QString errorText(const QString &section, const QString &key, const QString &value, const QString &expected)
 {
@@ -55,11 +65,11 @@ qint16 wholeNumber(const QString &key, const QString &text, qint16 least, qint16
     throw SettingError(systemSection(), key, text, expected + remark);
 }
 
-// A number for which nothing is written into the file when it is missing.
-qint16 optionalNumber(const QString &key, qint16 most, const QString &remark = {})
+qint16 SystemSection::optionalNumber(const QString &key, qint16 defaultValue, qint16 least, qint16 most,
+                                     const QString &remark) const
 {
-    const QString text = systemText(key);
-    return text.isEmpty() ? qint16{1} : wholeNumber(key, text, 1, most, remark);
+    const QString value = text(key);
+    return value.isEmpty() ? defaultValue : wholeNumber(key, value, least, most, remark);
 }
 
 // An unset name is empty, or still the name of its own key.
@@ -68,13 +78,13 @@ bool isUnset(const QString &value, const QString &key)
     return value.isEmpty() || value == key;
 }
 
-void readFieldNames(AppSettings &settings)
+void readFieldNames(AppSettings &settings, const SystemSection &system)
 {
     const qint16 configured = settings.MaxFieldIndex;
     for (qint16 i = 0; i <= configured; ++i) {
         const QString key = u"pitch"_s + QString::number(i);
         QString &name = settings.FieldNames.at(static_cast<std::size_t>(i));
-        name = systemText(key);
+        name = system.text(key);
         if (isUnset(name, key)) {
             settings.MaxFieldIndex = static_cast<qint16>(i - 1);
             return;
@@ -82,12 +92,12 @@ void readFieldNames(AppSettings &settings)
     }
 }
 
-void readSharedFields(AppSettings &settings)
+void readSharedFields(AppSettings &settings, const QString &file)
 {
     for (qint16 i = 0; i <= settings.MaxFieldIndex; ++i) {
         const QString key = u"Shared"_s + QString::number(i);
         QString &pair = settings.SharedFields.at(static_cast<std::size_t>(i));
-        pair = ReadSetting(u"Shared"_s, key, {});
+        pair = ReadSetting(u"Shared"_s, key, {}, file);
         if (isUnset(pair, key)) {
             pair.clear();
             return;
@@ -95,19 +105,19 @@ void readSharedFields(AppSettings &settings)
     }
 }
 
-void readDisplayNames(AppSettings &settings)
+void readDisplayNames(AppSettings &settings, const SystemSection &system)
 {
     for (qint16 i = 0; i <= settings.MaxFieldIndex; ++i) {
         const QString number = QString::number(i);
         settings.FieldDisplayNames.at(static_cast<std::size_t>(i)) =
-            systemText(u"display"_s + number, u"pitch"_s + number);
+            system.text(u"display"_s + number, u"pitch"_s + number);
     }
 }
 
 // "5, 10, 0.50" in cents; what stands there already when the key is empty.
-void readTillNotes(std::vector<qint64> &notes)
+void readTillNotes(std::vector<qint64> &notes, const QString &file)
 {
-    const QString text = ReadSetting(u"Till"_s, u"notes"_s, {});
+    const QString text = ReadSetting(u"Till"_s, u"notes"_s, {}, file);
     if (text.isEmpty())
         return;
     notes.clear();
@@ -125,13 +135,6 @@ void readTillNotes(std::vector<qint64> &notes)
     std::ranges::sort(notes);
 }
 
-QString connectionString(const AppSettings &settings)
-{
-    return u"DRIVER={MySQL ODBC 3.51 Driver};SERVER="_s + settings.databaseServer + u";DATABASE=posdb;UID="_s +
-           settings.databaseUser + u";PWD="_s + settings.databasePassword + u";OPTION="_s +
-           QString::number(driverOptions);
-}
-
 } // namespace
 
 SettingError::SettingError(const QString &section, const QString &key, const QString &value, const QString &expected)
@@ -143,7 +146,7 @@ SettingError::SettingError(const QString &section, const QString &key, const QSt
 
 QString settingsFilePath(const QString &fileName)
 {
-    return qEnvironmentVariable("SystemRoot") + u'/' + fileName;
+    return QDir(qEnvironmentVariable("SystemRoot")).filePath(fileName);
 }
 
 QString ReadSetting(const QString &section, const QString &key, const QString &defaultValue, const QString &fileName)
@@ -168,7 +171,7 @@ bool WriteSetting(const QString &section, const QString &key, const QString &val
 
 QString settingsFilePath(const QString &fileName)
 {
-    return QStandardPaths::writableLocation(QStandardPaths::ConfigLocation) + u'/' + fileName;
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::ConfigLocation)).filePath(fileName);
 }
 
 QString ReadSetting(const QString &section, const QString &key, const QString &defaultValue, const QString &fileName)
@@ -207,32 +210,42 @@ std::vector<QString> AppSettings::namesOfFields() const
     return names;
 }
 
-AppSettings loadStartupValues()
+QString connectionString(const AppSettings &settings)
 {
+    return u"DRIVER={MySQL ODBC 3.51 Driver};SERVER="_s + settings.databaseServer + u";DATABASE=posdb;UID="_s +
+           settings.databaseUser + u";PWD="_s + settings.databasePassword + u";OPTION="_s +
+           QString::number(driverOptions);
+}
+
+AppSettings loadStartupValues(const QString &fileName)
+{
+    const SystemSection system{fileName};
     AppSettings settings;
-    settings.MaxFieldIndex = static_cast<qint16>(optionalNumber(u"fields"_s, mostFields) - 1);
-    const qint16 court = wholeNumber(u"CourtType"_s, systemText(u"CourtType"_s, u"1"_s), -mostInt16, mostInt16);
+    settings.MaxFieldIndex = static_cast<qint16>(system.optionalNumber(u"fields"_s, 1, 1, mostFields) - 1);
+    const qint16 court = wholeNumber(u"CourtType"_s, system.text(u"CourtType"_s, u"1"_s), -mostInt16, mostInt16);
     settings.CourtTypeIndex = static_cast<qint16>(court - 1);
-    const qint16 counters = optionalNumber(u"counters"_s, mostInt16);
+    const qint16 counters = system.optionalNumber(u"counters"_s, 1, 1, mostInt16);
     settings.CounterCount = counters;
-    settings.ThisCounter = optionalNumber(u"counter"_s, counters, u", the number of counters (key \"counters\")"_s);
+    settings.ThisCounter =
+        system.optionalNumber(u"counter"_s, 1, 1, counters, u", the number of counters (key \"counters\")"_s);
     return settings;
 }
 
-void LoadSettings(AppSettings &settings)
+void LoadSettings(AppSettings &settings, const QString &fileName)
 {
-    settings.frontPicture = systemText(u"picture_front"_s, u"picture_front"_s);
-    settings.logoPicture = systemText(u"picture_logo"_s, u"picture_logo"_s);
-    const QString firstHour = systemText(u"hour_start"_s, u"StartOfWorkingHour"_s);
-    const QString lastHour = systemText(u"hour_end"_s, u"EndOfWorkingHour"_s);
-    settings.databaseServer = systemText(u"database_server"_s, u"localhost"_s);
-    settings.databaseUser = systemText(u"database_user"_s);
-    settings.databasePassword = systemText(u"database_password"_s);
-    settings.webServer = systemText(u"webserver"_s, u"localhost"_s);
-    const QString drawerPort = systemText(u"cashdrawercommport"_s, u"2"_s);
-    settings.drawerCommand = systemText(u"cashdrawercommand"_s);
-    settings.drawerText = systemText(u"cashdrawercomm"_s);
-    settings.drawerDevice = systemText(u"cashdrawerdevice"_s);
+    const SystemSection system{fileName};
+    settings.frontPicture = system.text(u"picture_front"_s, u"picture_front"_s);
+    settings.logoPicture = system.text(u"picture_logo"_s, u"picture_logo"_s);
+    const QString firstHour = system.text(u"hour_start"_s, u"StartOfWorkingHour"_s);
+    const QString lastHour = system.text(u"hour_end"_s, u"EndOfWorkingHour"_s);
+    settings.databaseServer = system.text(u"database_server"_s, u"localhost"_s);
+    settings.databaseUser = system.text(u"database_user"_s);
+    settings.databasePassword = system.text(u"database_password"_s);
+    settings.webServer = system.text(u"webserver"_s, u"localhost"_s);
+    const QString drawerPort = system.text(u"cashdrawercommport"_s, u"2"_s);
+    settings.drawerCommand = system.text(u"cashdrawercommand"_s);
+    settings.drawerText = system.text(u"cashdrawercomm"_s);
+    settings.drawerDevice = system.text(u"cashdrawerdevice"_s);
 
     settings.firstHour = wholeNumber(u"hour_start"_s, firstHour, 1, 23);
     settings.lastHour =
@@ -240,22 +253,23 @@ void LoadSettings(AppSettings &settings)
                     u": the last hour after midnight, before the day starts again (key \"hour_start\")"_s);
     settings.drawerPort =
         wholeNumber(u"cashdrawercommport"_s, drawerPort, std::numeric_limits<qint16>::min(), mostInt16);
+    settings.SpecialGroupLimit = system.optionalNumber(u"special_groups"_s, mostSpecialGroups, 0, mostSpecialGroups);
     settings.ConnectionString = connectionString(settings);
-    readFieldNames(settings);
-    readSharedFields(settings);
-    readDisplayNames(settings);
-    readTillNotes(settings.tillNotes);
+    readFieldNames(settings, system);
+    readSharedFields(settings, fileName);
+    readDisplayNames(settings, system);
+    readTillNotes(settings.tillNotes, fileName);
 }
 
-PicturePlacement readPicturePlacement(const QString &section)
+PicturePlacement readPicturePlacement(const QString &section, const QString &fileName)
 {
     PicturePlacement placement;
-    placement.image = ReadSetting(section, u"Image"_s, u"1"_s);
+    placement.image = ReadSetting(section, u"Image"_s, u"1"_s, fileName);
     const std::array numbers{std::pair{u"Top"_s, &placement.top}, std::pair{u"Left"_s, &placement.left},
                              std::pair{u"Height"_s, &placement.height}, std::pair{u"Width"_s, &placement.width}};
     std::optional<SettingError> error;
     for (const auto &[key, number] : numbers) {
-        const QString value = ReadSetting(section, key, u"1"_s);
+        const QString value = ReadSetting(section, key, u"1"_s, fileName);
         try {
             *number = toDouble(value);
         } catch (const ConversionError &) {

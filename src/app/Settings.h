@@ -39,7 +39,7 @@ struct AppSettings
     qint16 CourtTypeIndex = 0;
     qint16 ThisCounter = 1;
     int CounterCount = 1;
-    qint16 SpecialGroupLimit = 5;
+    qint16 SpecialGroupLimit = 5; // special groups above it are not looked for
 
     // How staff call a field: its display name, else its name, else "Field n" counted from 1.
     [[nodiscard]] QString fieldName(int field) const;
@@ -56,15 +56,19 @@ QString ReadSetting(const QString &section, const QString &key, const QString &d
 bool WriteSetting(const QString &section, const QString &key, const QString &value,
                   const QString &fileName = QStringLiteral("tamsora.ini"));
 
-// Where the bare file name is looked up: the user's configuration directory; on Windows the Windows directory.
+// Where the bare file name is looked up: the user's configuration directory; on Windows the Windows directory. A path
+// stays as it is.
 QString settingsFilePath(const QString &fileName = QStringLiteral("tamsora.ini"));
 
 // Number of fields, plan, this counter and number of counters. Throws SettingError.
-AppSettings loadStartupValues();
+AppSettings loadStartupValues(const QString &fileName = QStringLiteral("tamsora.ini"));
 
 // Everything else; lowers MaxFieldIndex to the leading run of named fields. Throws SettingError, but only after the
 // defaults of a fresh file are in it.
-void LoadSettings(AppSettings &settings);
+void LoadSettings(AppSettings &settings, const QString &fileName = QStringLiteral("tamsora.ini"));
+
+// For ConnectionString, from the database's server, user and password.
+QString connectionString(const AppSettings &settings);
 
 // Where a picture of the main window stands, in the file's own units.
 struct PicturePlacement
@@ -77,7 +81,7 @@ struct PicturePlacement
 };
 
 // Throws SettingError for the first of the four that is no number, after the defaults of all five are in the file.
-PicturePlacement readPicturePlacement(const QString &section);
+PicturePlacement readPicturePlacement(const QString &section, const QString &fileName = QStringLiteral("tamsora.ini"));
 
 // Left, top, right, bottom of field n's hot spot in the picture's own coordinates; nothing unless there are four
 // numbers.

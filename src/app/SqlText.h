@@ -9,6 +9,9 @@ QString EscapeQuotes(QString &value);
 /// The same for a value that stays as it is.
 QString quoted(QString value);
 
+/// For a value that may hold what nobody can type, a backslash too: names out of the tables.
+QString literal(QString value);
+
 /// The counter's own table: "tbl_counter" and 3 give tbl_counter3.
 QString counterTable(const QString &base, int counter);
 

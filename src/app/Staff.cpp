@@ -46,11 +46,15 @@ bool logIn(Station &station, const QString &login, const QString &password)
     return true;
 }
 
+QString lastLoginStatement(const Station &station, const QString &login)
+{
+    return sql(u"UPDATE tbl_staff SET st_lastlogin='%1' WHERE st_login='%2'"_s, sqlDateTime(station.now()), login);
+}
+
 void UpdateLastLogin(Station &station, const QString &login)
 {
     DbConnection connection(station.database);
-    connection.execute(u"UPDATE tbl_staff SET st_lastlogin='"_s + sqlDateTime(station.now()) + u"' WHERE st_login='"_s +
-                       login + u"'"_s);
+    connection.execute(lastLoginStatement(station, login));
 }
 
 bool isAdministrator(Database &database, const QString &login, const QString &password)

@@ -12,6 +12,8 @@ bool logIn(Station &station, const QString &login, const QString &password);
 
 /// Stamps tbl_staff.st_lastlogin with now. Throws DbError.
 void UpdateLastLogin(Station &station, const QString &login);
+/// Its statement, for an operation that does more with it.
+QString lastLoginStatement(const Station &station, const QString &login);
 
 /// True when an administrator's row of tbl_staff carries this login and password. Throws DbError.
 bool isAdministrator(Database &database, const QString &login, const QString &password);

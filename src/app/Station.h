@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/BusinessDay.h"
+#include "app/Customer.h"
 #include "app/Database.h"
 #include "app/Formats.h"
 #include "app/Prompts.h"
@@ -10,6 +11,7 @@
 #include <QDateTime>
 
 #include <functional>
+#include <optional>
 
 /// One running copy at one counter: what every operation may need. Built once at start-up and handed on by reference.
 struct Station
@@ -38,5 +40,8 @@ struct Station
     Prompts &prompts;
     std::function<QDateTime()> clock;
     QString CurrentStaff; ///< login name of the staff member at this counter
-    QString timeText;     ///< the clock as the main window shows it, written into every remark
+    QString shiftName; ///< "morning" or "evening": as the main window was opened, or of the shift that was ended last
+    /// Chosen in a register for the next booking or waiting-list entry.
+    std::optional<Customer> keptCustomer;
+    QString timeText; ///< the clock as the main window shows it, written into every remark
 };

@@ -4,6 +4,7 @@
 #include "app/FieldLengths.h"
 #include "app/RateType.h"
 #include "records/CustomerNumbers.h"
+#include "records/KeptLine.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -12,6 +13,7 @@ using namespace Qt::StringLiterals;
 
 BookerForm::BookerForm(Station &station, QWidget *parent)
     : EntryForm(parent),
+      m_station(station),
       m_name(addBox(u"&Name"_s, u"BookerName"_s, FieldLengths::name)),
       m_organisation(addBox(u"&Organisation"_s, u"BookerOrg"_s, FieldLengths::organisation)),
       m_telephone(addBox(u"&Telephone"_s, u"BookerTel"_s, FieldLengths::telephone)),
@@ -33,6 +35,8 @@ BookerForm::BookerForm(Station &station, QWidget *parent)
     });
     setFocusProxy(m_name);
     showRate();
+    if (station.keptCustomer)
+        takeKept();
 }
 
 Booker BookerForm::booker() const
@@ -53,6 +57,26 @@ void BookerForm::clear()
     for (QLineEdit *box : {m_name, m_organisation, m_telephone})
         box->clear();
     m_numbers->clear();
+}
+
+void BookerForm::takeKept()
+{
+    m_kept = new KeptLine(u"btn_ClearKept"_s, u"Cl&ear"_s, u"Empties the boxes and keeps nobody any more."_s);
+    addLine({}, m_kept);
+    m_numbers->take(*m_station.keptCustomer);
+    m_kept->showWords(u"Filled from the register: "_s + m_station.keptCustomer->name);
+    connect(m_kept, &KeptLine::takenBack, this, [this] {
+        forgetKept();
+        clear();
+        setFocus();
+    });
+}
+
+void BookerForm::forgetKept()
+{
+    m_station.keptCustomer.reset();
+    if (m_kept)
+        m_kept->showWords({});
 }
 
 void BookerForm::fillIn(const Booker &found)

@@ -36,6 +36,7 @@ void frm_Booker::book()
         bookSelection(m_station, m_staff.staffName, m_selection, m_form->booker(), &handled);
     });
     if (booked) {
+        m_form->forgetKept();
         accept();
         return;
     }

@@ -50,6 +50,8 @@ void frm_WaitingList::add()
     const bool added = guarded(m_station.prompts, ErrorCode::Database, [this] {
         addWaitingEntry(m_station, m_staffName, m_day, m_time->currentText(), m_field, m_form->booker());
     });
-    if (added)
+    if (added) {
+        m_form->forgetKept();
         accept();
+    }
 }

@@ -37,12 +37,23 @@ QStringList locksOf(const Station &station, const DaySelection &selection)
     return locks;
 }
 
+template <typename Connection>
+int highestInvoice(Connection &connection)
+{
+    DbRows rows = connection.query(u"SELECT MAX(b_invoice) FROM tbl_booking"_s);
+    return rows.next() ? rows.number("MAX(b_invoice)") : 0;
+}
+
 } // namespace
 
 int GetMaxInvoiceNumber(Operation &operation)
 {
-    DbRows rows = operation.query(u"SELECT MAX(b_invoice) FROM tbl_booking"_s);
-    return rows.next() ? rows.number("MAX(b_invoice)") : 0;
+    return highestInvoice(operation);
+}
+
+int GetMaxInvoiceNumber(DbConnection &connection)
+{
+    return highestInvoice(connection);
 }
 
 InvoiceNumber UpdateBookingWithInvoice(Station &station, const DaySelection &selection)

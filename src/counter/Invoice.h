@@ -13,6 +13,7 @@ std::optional<Receipt> invoiceOfSelection(Station &station, const DaySelection &
 
 /// The highest invoice number in tbl_booking, 0 for none.
 int GetMaxInvoiceNumber(Operation &operation);
+int GetMaxInvoiceNumber(DbConnection &connection);
 
 /// What became of the selected hours: a number, or what stood against it.
 struct InvoiceNumber

@@ -20,8 +20,8 @@ std::optional<Paper> paperOfSettings()
 
 QString fileNameOf(const Receipt &receipt)
 {
-    const QString kind = receipt.title == u"INVOICE" ? u"Invoice"_s : u"Receipt"_s;
-    return kind + receipt.number.mid(2) + u".pdf"_s;
+    const QString number = receipt.number.startsWith(u"NO ") ? receipt.number.mid(3) : receipt.number;
+    return kindOf(receipt) + u' ' + number + u".pdf"_s;
 }
 
 } // namespace

@@ -78,13 +78,6 @@ QStringList locksOf(const Station &station, const PaymentList &list)
     return locks;
 }
 
-// Names come from the tables here and may hold what nobody can type.
-QString literal(QString text)
-{
-    text.replace(u'\\', u"\\\\"_s);
-    return EscapeQuotes(text);
-}
-
 // The text itself, whatever stands for any text in a LIKE.
 QString exactPattern(QString text)
 {

@@ -17,6 +17,8 @@
 #include <QDir>
 #include <QScopeGuard>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -255,11 +257,32 @@ void TillActions::noSale()
     frm_DrawerOpen(m_station, m_window).exec();
 }
 
-void TillActions::tellOfHeldLists()
+QStringList TillActions::namesOfHeldLists() const
 {
     QStringList names;
     for (const Till::Held &held : m_till.held())
         names << held.name + u" ("_s + timeOf(held.since) + u", "_s + held.list.total() + u')';
+    return names;
+}
+
+QStringList TillActions::listsHolding(const QString &itemName) const
+{
+    const auto holds = [&](const PaymentList &list) {
+        return std::ranges::any_of(list.lines(),
+                                   [&](const PaymentLine &line) { return !line.hour && line.text == itemName; });
+    };
+    QStringList names;
+    if (holds(m_till.list()))
+        names << u"the open payment list"_s;
+    for (const Till::Held &held : m_till.held())
+        if (holds(held.list))
+            names << u"on hold: "_s + held.name;
+    return names;
+}
+
+void TillActions::tellOfHeldLists()
+{
+    const QStringList names = namesOfHeldLists();
     if (!names.isEmpty())
         m_station.prompts.inform(u"Payment lists on hold: "_s + names.join(u", "_s));
 }

@@ -8,6 +8,7 @@
 #include "counter/Till.h"
 
 #include <QObject>
+#include <QStringList>
 
 class QWidget;
 class frm_Change;
@@ -46,6 +47,10 @@ public:
     void printOldReceipt();
     void printLastReceipt();
     void printInvoice(const DaySelection &selection);
+    /// "Kobayashi (15:02, 12.00)"
+    [[nodiscard]] QStringList namesOfHeldLists() const;
+    /// The names of the payment lists of this counter that an item stands on.
+    [[nodiscard]] QStringList listsHolding(const QString &itemName) const;
     /// Names the lists on hold to who leaves the counter.
     void tellOfHeldLists();
 

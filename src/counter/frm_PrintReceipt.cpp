@@ -36,7 +36,7 @@ frm_PrintReceipt::frm_PrintReceipt(const Receipt &receipt, ReceiptPrinting &prin
 {
     setObjectName(u"frm_PrintReceipt"_s);
     setProperty("touch", true);
-    setWindowTitle(receipt.title == u"INVOICE" ? u"Invoice"_s : u"Receipt"_s);
+    setWindowTitle(kindOf(receipt));
     auto *scroll = new QScrollArea;
     scroll->setObjectName(u"area_Lines"_s);
     scroll->setAccessibleName(u"Lines of the receipt"_s);

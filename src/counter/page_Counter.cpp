@@ -164,7 +164,7 @@ QLayout *page_Counter::makeButtons()
     QPushButton *last =
         addButton(*other, u"btn_PrintLastReceipt"_s, u"Last receipt"_s, u"receipt"_s, &TillActions::printLastReceipt);
     last->setShortcut(Qt::CTRL | Qt::Key_R);
-    last->setToolTip(u"Prints the receipt of the last sale (Ctrl+R)"_s);
+    last->setToolTip(u"Prints the receipt of the last sale (Ctrl+R)."_s);
     auto *left = new QVBoxLayout;
     left->setSpacing(space);
     for (QHBoxLayout *row : {list, other}) {

@@ -6,12 +6,14 @@
 #include <QObject>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
 class EntryForm;
 class QLabel;
 class QLineEdit;
+class RegisterWindow;
 
 /// The rows of a form in which a customer's number is looked up as it is typed: members, students, and the special
 /// groups whose table exists. A form has at most one customer: who is found empties the other numbers.
@@ -26,6 +28,8 @@ public:
     /// Of who was found; normal when nobody was, or when the number was emptied again.
     [[nodiscard]] QString rateType() const;
     void clear();
+    /// Takes a customer who was chosen in a register, as if their number had been looked up; tells found().
+    void take(const Customer &customer);
     /// The Enter that was pressed last looked a number up.
     [[nodiscard]] bool enterLookedUp() const { return m_enterLookedUp; }
 
@@ -34,6 +38,7 @@ Q_SIGNALS:
     void rateMayHaveChanged();
 
 private:
+    using OpenRegister = std::function<std::unique_ptr<RegisterWindow>(QWidget *)>;
     using Find = std::function<std::optional<Booker>(const QString &)>;
     enum class LookUp { Found, Unknown, Failed };
 
@@ -45,16 +50,19 @@ private:
         QString ownRate; ///< the rate that an empty box takes away
         QString unknown; ///< what to say of a number that nobody has
         Find find;
+        OpenRegister open;
     };
 
     QLineEdit *addRow(const QString &caption, const QString &name, const QString &ownRate, const QString &unknown,
-                      Find find);
-    void addLookButton(const QString &objectName, const QString &caption, const QString &accessibleName);
+                      Find find, OpenRegister open);
+    /// A button that opens the register of the row that was added last.
+    void addLookButton(const QString &objectName, const QString &caption, const QString &registerName);
     void addGroup(int group);
     void numberTyped(std::size_t index);
     LookUp lookUp(std::size_t index);
     void lookUpOnPurpose(std::size_t index);
     void lookUpEntered(const QWidget *box);
+    void openRegister(std::size_t index);
     void take(std::size_t index, const Booker &customer);
 
     Station &m_station;

@@ -50,7 +50,7 @@ DayHeading::DayHeading()
     m_fieldInfo->setObjectName(u"lbl_FieldInfo"_s);
     m_day->setObjectName(u"lbl_Day"_s);
     m_time->setObjectName(u"txt_Time"_s);
-    m_time->setToolTip(u"Click to look for changes of players at the coming hour"_s);
+    m_time->setToolTip(u"Looks for changes of players at the coming hour."_s);
     makeLarge(m_fieldName);
     makeLarge(m_time);
     auto *layout = new QHBoxLayout(this);

@@ -32,7 +32,7 @@ FreeHourNotice::FreeHourNotice(QWidget *parent) : QFrame(parent)
     close->setObjectName(u"btn_CloseNotice"_s);
     close->setText(u"✕"_s);
     close->setAutoRaise(true);
-    close->setToolTip(u"Close this notice"_s);
+    close->setToolTip(u"Closes this notice; the people go on waiting."_s);
     close->setAccessibleName(close->toolTip());
     connect(close, &QToolButton::clicked, this, &QWidget::hide);
     layout->addWidget(close, 0, Qt::AlignTop);

@@ -1,16 +1,12 @@
 #include "schedule/PlayLists.h"
 
-#include "look/Look.h"
-
 #include <QLabel>
 #include <QPainter>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTextBlock>
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -114,59 +110,25 @@ QPlainTextEdit *addList(QVBoxLayout *layout, const QString &name, QLabel *title,
     return list;
 }
 
-// The number of the special group whose button this is; behind all of them for any other.
-int groupOf(const QLayoutItem &item)
-{
-    const QString name = item.widget() ? item.widget()->objectName() : QString();
-    bool isGroup = false;
-    const int group = name.section(u"btn_MemberDynamic_"_s, 1).toInt(&isGroup);
-    return isGroup ? group : std::numeric_limits<int>::max();
-}
-
 } // namespace
 
 PlayLists::PlayLists(std::vector<QString> fieldNames, QWidget *parent)
     : SteadyTabs(parent), m_fieldNames(std::move(fieldNames))
 {
     setObjectName(u"SSTab2"_s);
-    addTab(makeRegisters(), u"Re&gisters"_s);
+    addTab(makeHour(), u"&Hour"_s);
     addTab(makeLists(), u"Pla&ying"_s);
 }
 
-QWidget *PlayLists::makeRegisters()
+QWidget *PlayLists::makeHour()
 {
     auto *page = new QWidget;
-    m_registers = new QVBoxLayout(page);
-    m_registers->setSpacing(8);
-    addRegisterButton(u"btn_Item"_s, u"Items"_s, u"items"_s);
-    addRegisterButton(u"btn_Options"_s, u"Options"_s, u"options"_s);
-    addRegisterButton(u"btn_Membership"_s, u"Membership"_s, u"membership"_s);
-    addRegisterButton(u"btn_Student"_s, u"Students"_s, u"student"_s);
-    addRegisterButton(u"btn_Summary"_s, u"Booking summary"_s, u"summary"_s);
-    m_registers->addStretch(1);
+    auto *layout = new QVBoxLayout(page);
+    layout->setSpacing(4);
+    m_hourTitle = new QLabel(u"Selected hour on all fields"_s);
+    m_hourTitle->setWordWrap(true);
+    m_hour = addList(layout, u"HourPlayList"_s, m_hourTitle, m_fieldNames);
     return page;
-}
-
-QPushButton *PlayLists::addRegisterButton(const QString &name, const QString &caption, const QString &iconName)
-{
-    auto *button = new QPushButton(Look::icon(iconName), caption);
-    button->setObjectName(name);
-    button->setEnabled(false);
-    button->setToolTip(caption + u" will open here in a later version."_s);
-    m_registers->addWidget(button);
-    return button;
-}
-
-void PlayLists::addSpecialGroup(int group)
-{
-    const QString number = QString::number(group);
-    QPushButton *button =
-        addRegisterButton(u"btn_MemberDynamic_"_s + number, u"Special Group # "_s + number, u"membership"_s);
-    m_registers->removeWidget(button);
-    int place = 3; // behind the members
-    while (groupOf(*m_registers->itemAt(place)) < group)
-        ++place;
-    m_registers->insertWidget(place, button);
 }
 
 QWidget *PlayLists::makeLists()
@@ -177,8 +139,6 @@ QWidget *PlayLists::makeLists()
     m_current = addList(layout, u"CurrentPlayList"_s, new QLabel(u"This hour"_s), m_fieldNames);
     m_previous = addList(layout, u"PreviousPlayList"_s, new QLabel(u"Hour before"_s), m_fieldNames);
     m_next = addList(layout, u"NextPlayList"_s, new QLabel(u"Next hour"_s), m_fieldNames);
-    m_hourTitle = new QLabel(u"Selected hour on all fields"_s);
-    m_hour = addList(layout, u"HourPlayList"_s, m_hourTitle, m_fieldNames);
     return page;
 }
 

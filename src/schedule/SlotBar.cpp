@@ -20,13 +20,13 @@ SlotBar::SlotBar(const std::vector<MenuEntry> &entries)
     several->setObjectName(u"btn_SelectSeveral"_s);
     several->setText(u"Select se&veral"_s);
     several->setCheckable(true);
-    several->setToolTip(u"Every tap on a row selects or deselects it"_s);
+    several->setToolTip(u"Lets every tap on an hour add it to the selection or take it out again."_s);
     connect(several, &QToolButton::toggled, this, &SlotBar::severalToggled);
     layout->addWidget(several);
     auto *refresh = new QToolButton;
     refresh->setObjectName(u"btn_Refresh"_s);
     refresh->setIcon(Look::icon(u"refresh"_s));
-    refresh->setToolTip(u"Read the day again"_s);
+    refresh->setToolTip(u"Reads the day from the database again."_s);
     refresh->setAccessibleName(refresh->toolTip());
     connect(refresh, &QToolButton::clicked, this, &SlotBar::readingWanted);
     layout->addWidget(refresh);

@@ -5,6 +5,7 @@
 #include "app/CounterTables.h"
 #include "app/Errors.h"
 #include "booking/page_WaitingList.h"
+#include "counter/ShiftActions.h"
 #include "counter/TillActions.h"
 #include "counter/page_Counter.h"
 #include "counter/page_Shifts.h"
@@ -12,9 +13,14 @@
 #include "look/SteadyTabs.h"
 #include "plan/PlacedPicture.h"
 #include "plan/page_Lights.h"
+#include "schedule/ControlTips.h"
+#include "schedule/HouseBar.h"
+#include "schedule/HouseWindows.h"
+#include "schedule/frm_Help.h"
 #include "schedule/page_Booking.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -53,6 +59,9 @@ frm_Main::frm_Main(Station &station, QWidget *parent)
     layout->addWidget(m_tabs, 1);
     setCentralWidget(content);
     connectPages();
+    connectHouse();
+    addControlTips(*this);
+    addTabTips(*m_tabs);
 
     m_clock.setObjectName(u"Clock"_s);
     m_clock.setInterval(clockMilliseconds);
@@ -70,7 +79,7 @@ QWidget *frm_Main::makeHeader()
     m_topImage->setFixedHeight(headerHeight);
     m_counter = new QPushButton;
     m_counter->setObjectName(u"lbl_Counter"_s);
-    m_counter->setToolTip(u"Show the next counter"_s);
+    m_counter->setToolTip(u"Shows who serves the next counter."_s);
     connect(m_counter, &QPushButton::clicked, this, &frm_Main::nextCounter);
     m_noConnection = new QLabel;
     m_noConnection->setObjectName(u"lbl_NoConnection"_s);
@@ -79,7 +88,7 @@ QWidget *frm_Main::makeHeader()
     m_noConnection->hide();
     auto *layout = new QHBoxLayout(m_topImage);
     layout->setContentsMargins(8, 4, 8, 4);
-    layout->addStretch(1);
+    layout->addWidget(m_house = new HouseBar, 1);
     layout->addWidget(m_noConnection);
     layout->addWidget(m_counter);
     return m_topImage;
@@ -94,7 +103,8 @@ void frm_Main::addPages()
     addPage(m_booking, u"book"_s, u"Bookings"_s);
     addPage(m_counterPage, u"items"_s, u"Counter"_s);
     addPage(m_lights, u"light"_s, u"Lights"_s);
-    addPage(new page_Shifts, u"clock"_s, u"Shifts"_s);
+    m_shifts = new page_Shifts(m_station, m_counterPage->actions());
+    addPage(m_shifts, u"clock"_s, u"Shifts"_s);
     addPage(m_waiting, u"add-entry"_s, u"Waiting list"_s);
 }
 
@@ -123,10 +133,29 @@ void frm_Main::connectPages()
     connect(m_booking, &page_Booking::paymentWanted, &till, &TillActions::addHours);
     connect(m_booking, &page_Booking::invoiceWanted, &till, &TillActions::printInvoice);
     connect(&till, &TillActions::hoursTouched, m_booking, [this] { m_booking->afterOperation(false); });
+    connect(&m_shifts->actions(), &ShiftActions::staffChanged, this,
+            [this] { guarded(m_station.prompts, ErrorCode::Database, [this] { showCounter(m_shownCounter); }); });
+    connect(&m_shifts->actions(), &ShiftActions::shiftClosed, this, &frm_Main::changeShift);
     connect(m_counterPage, &page_Counter::listShown, this, [this](const QString &total) {
         const QString title = total.isEmpty() ? u"Counter"_s : u"Counter  "_s + total;
         m_tabs->setTabText(m_tabs->indexOf(m_counterPage), title);
     });
+}
+
+void frm_Main::connectHouse()
+{
+    m_windows = new HouseWindows(m_station, m_counterPage->actions(), this);
+    HouseWindows *windows = m_windows;
+    m_shifts->actions().setMayLeave([windows] { return windows->closeAll(); });
+    connect(m_house, &HouseBar::membersWanted, windows, &HouseWindows::openMembers);
+    connect(m_house, &HouseBar::groupWanted, windows, &HouseWindows::openGroup);
+    connect(m_house, &HouseBar::studentsWanted, windows, &HouseWindows::openStudents);
+    connect(m_house, &HouseBar::itemsWanted, windows, &HouseWindows::openItems);
+    connect(m_house, &HouseBar::optionsWanted, windows, &HouseWindows::openOptions);
+    connect(m_house, &HouseBar::summaryWanted, windows, [=, this] { windows->openSummary(m_booking->day()); });
+    connect(m_shifts, &page_Shifts::mailWanted, windows, &HouseWindows::openMail);
+    connect(windows, &HouseWindows::itemsTouched, m_counterPage, &page_Counter::RefreshStore);
+    connect(m_house, &HouseBar::helpWanted, this, [this] { (new frm_Help(shownPage()->objectName(), this))->show(); });
 }
 
 void frm_Main::load()
@@ -148,7 +177,7 @@ void frm_Main::load()
     attempt([this] { showCounter(m_shownCounter); }, ok);
     const int hour = m_station.now().time().hour();
     // The start hour itself counts as evening.
-    m_shiftName = hour > m_station.settings.firstHour && hour < eveningHour ? u"morning"_s : u"evening"_s;
+    m_station.shiftName = hour > m_station.settings.firstHour && hour < eveningHour ? u"morning"_s : u"evening"_s;
     m_booking->focusGrid();
     tick();
     m_clock.start();
@@ -199,8 +228,10 @@ void frm_Main::loadSpecialGroups()
     for (int group = 1; group <= m_station.settings.SpecialGroupLimit; ++group)
         if (SpecialGroupTableExists(m_station.database, group))
             groups.push_back(group);
-    for (const int group : groups)
+    for (const int group : groups) {
         m_booking->addSpecialGroup(group);
+        m_house->addSpecialGroup(group);
+    }
 }
 
 void frm_Main::showCounter(int counter)
@@ -265,8 +296,21 @@ bool frm_Main::handleKey(const QKeyEvent &key)
     return shownPage()->takeKey(key);
 }
 
+void frm_Main::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(m_windows->closeAll());
+}
+
 void frm_Main::logOut()
 {
+    if (!m_windows->closeAll())
+        return;
     WriteActivityLog(m_station, m_station.CurrentStaff, u"log out"_s);
     QApplication::quit();
+}
+
+void frm_Main::changeShift()
+{
+    WriteActivityLog(m_station, m_station.CurrentStaff, u"log out"_s);
+    Q_EMIT loggedOut();
 }

@@ -10,8 +10,11 @@
 #include <functional>
 #include <vector>
 
+class HouseBar;
+class HouseWindows;
 class Page;
 class PlacedPicture;
+class QCloseEvent;
 class QKeyEvent;
 class QLabel;
 class QPushButton;
@@ -19,6 +22,7 @@ class QTabWidget;
 class page_Booking;
 class page_Counter;
 class page_Lights;
+class page_Shifts;
 class page_WaitingList;
 
 /// The one window in which all daily work is done: it composes the pages of SSTab1 and connects them, runs the clock
@@ -35,10 +39,12 @@ public:
     /// with code 5 and the window stays as far as it came.
     void load();
 
-    /// "morning" or "evening", as it was when the window was loaded.
-    [[nodiscard]] QString shiftName() const { return m_shiftName; }
+Q_SIGNALS:
+    /// The shift is over and its staff member logged out: the next one is to log in.
+    void loggedOut();
 
 protected:
+    void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -46,6 +52,8 @@ private:
     void addPages();
     void addPage(Page *page, const QString &icon, const QString &title);
     void connectPages();
+    /// What the buttons of the house bar open.
+    void connectHouse();
     void loadPictures();
     void loadSpecialGroups();
     /// Runs a step of loading; one that fails is kept for the next successful reading of the day. False when it failed.
@@ -60,11 +68,11 @@ private:
     void followOthers();
     bool handleKey(const QKeyEvent &key);
     void logOut();
+    void changeShift();
 
     Station &m_station;
     BookingClipboard m_clipboard;
     int m_shownCounter; ///< whose staff lbl_Counter names
-    QString m_shiftName;
     QTimer m_clock{this};
     bool m_ticking = false;
     std::vector<std::function<void()>> m_missed; ///< steps of loading that the database refused
@@ -74,9 +82,12 @@ private:
     QTabWidget *m_tabs = nullptr;
     std::vector<Page *> m_pages;
     PlacedPicture *m_topImage = nullptr;
+    HouseBar *m_house = nullptr;
+    HouseWindows *m_windows = nullptr;
     QPushButton *m_counter = nullptr;
     page_Booking *m_booking = nullptr;
     page_Counter *m_counterPage = nullptr;
     page_Lights *m_lights = nullptr;
+    page_Shifts *m_shifts = nullptr;
     page_WaitingList *m_waiting = nullptr;
 };

@@ -298,6 +298,10 @@ void page_Booking::showClipboard()
 
 void page_Booking::addSpecialGroup(int group)
 {
-    m_playLists->addSpecialGroup(group);
     m_actions->addSpecialGroup(group);
+}
+
+QString page_Booking::day() const
+{
+    return m_chooser->day();
 }

@@ -38,6 +38,8 @@ public:
 
     /// Shows another day; takes effect with the next RefreshView.
     void setDay(QDate day);
+    /// The business day that is chosen, "yyyy-mm-dd".
+    [[nodiscard]] QString day() const;
     bool follow() override;
     /// The keys begin where they do no harm.
     void focusGrid();

@@ -194,7 +194,8 @@ private:
                           "UNION ALL SELECT CONCAT('half a sale: ', counter, ' ', c_transaction) FROM %1 "
                           "GROUP BY counter, c_transaction HAVING COUNT(*)<>2"_s.arg(lines));
         try {
-            m_server.exec(u"UPDATE tbl_booking SET b_paid=0"_s);
+            m_server.exec(u"START TRANSACTION; UPDATE tbl_booking SET b_paid=0; DELETE FROM tbl_counter1;"
+                          "DELETE FROM tbl_counter2; DELETE FROM tbl_counter3; COMMIT"_s);
         } catch (const std::exception &) {
             // A sale was in the way; the next round is as good.
         }

@@ -1,46 +1,18 @@
 #include "app/Station.h"
 #include "counter/CashDrawer.h"
 #include "support/DrawnRows.h"
+#include "support/PseudoTerminal.h"
 #include "support/ScriptedPrompts.h"
 
 #include <QElapsedTimer>
 #include <QTemporaryFile>
 #include <QTest>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What hangs on a port: the other end of a pseudo-terminal.
-class Device
-{
-public:
-    Device() : m_end(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK))
-    {
-        if (m_end < 0 || grantpt(m_end) != 0 || unlockpt(m_end) != 0)
-            throw std::runtime_error("no pseudo-terminal");
-    }
-    ~Device() { close(m_end); }
-    Device(const Device &) = delete;
-    Device &operator=(const Device &) = delete;
-
-    [[nodiscard]] QString path() const { return QString::fromLocal8Bit(ptsname(m_end)); }
-    /// What has arrived since the last time, as far as it is there.
-    [[nodiscard]] QByteArray arrived() const
-    {
-        QByteArray all;
-        QByteArray some(65536, '\0');
-        for (ssize_t got = 0; (got = read(m_end, some.data(), std::size_t(some.size()))) > 0;)
-            all += some.first(got);
-        return all;
-    }
-
-private:
-    int m_end;
-};
+using Device = PseudoTerminal; // what hangs on a port
 
 const QString tooMuch = QString(1 << 20, u'x'); // for a device that nobody reads
 

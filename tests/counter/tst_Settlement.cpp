@@ -7,6 +7,7 @@
 #include "counter/Till.h"
 #include "support/CuttingProxy.h"
 #include "support/DrawnRows.h"
+#include "support/MessageOf.h"
 #include "support/TestStation.h"
 
 #include <QDir>
@@ -30,16 +31,6 @@ SlotPrice priceWith(double price, int extra)
 {
     const double quantity = 1 + extra / 60.0;
     return {{}, extra, price, quantity, price * quantity};
-}
-
-QString messageOf(const std::function<void()> &step)
-{
-    try {
-        step();
-    } catch (const std::exception &error) {
-        return QString::fromUtf8(error.what());
-    }
-    return {};
 }
 
 } // namespace

@@ -45,6 +45,12 @@ private Q_SLOTS:
             extra time unknown   | UPDATE tbl_booking SET b_extratime=15 WHERE b_bookername='Right' | extra time without its remark 5
             other extra time     | UPDATE tbl_booking SET b_extratime=45 WHERE b_bookername='Single' | extra time without its remark 8
             extra time taken     | UPDATE tbl_booking SET b_extratime=0 WHERE b_bookername='Single' | extra time that is gone without a remark 8
+            paid no more         | UPDATE tbl_booking SET b_paid=0 WHERE b_bookername='Right' | a sold hour with another amount 5
+            sold at two counters | INSERT INTO tbl_counter2 (c_item, c_itemtotal, c_datetime) SELECT c_item, c_itemtotal, c_datetime FROM tbl_counter1 WHERE c_itemtotal=40 | a sold hour with another amount 5
+            paid, never sold     | UPDATE tbl_booking SET b_paid=40 WHERE b_bookername='Single'; UPDATE tbl_counter1 SET c_datetime='2026-10-13 10:00:00' | a paid hour that no counter sold 8
+            older than the sales | UPDATE tbl_booking SET b_paid=40 WHERE b_bookername='Single' |
+            one receipt twice    | UPDATE tbl_counter2 SET c_receipt=3; INSERT INTO tbl_counter2 SET c_transaction=7, c_receipt=3 | one receipt number on two sales NULL
+            half a receipt       | UPDATE tbl_counter1 SET c_receipt=3 WHERE c_item='Cola' | two receipt numbers on one sale NULL
             other rate           | UPDATE tbl_booking SET b_specialrate='' WHERE b_bookername='Single' | a rate that is not the one of its remark 8
         )"_s);
     }
@@ -60,6 +66,15 @@ private Q_SLOTS:
         for (const QString &line : findings(m_server))
             found << line.section(u'|', 0, 0) + u' ' + line.section(u'|', 2, 2);
         QCOMPARE(found, listOf(wanted));
+    }
+
+    void sampleCentreIsWhole()
+    {
+        m_server.freshDatabase();
+        QFile sample(QStringLiteral(TAMSORA_DATABASE "/sample_centre.sql"));
+        QVERIFY(sample.open(QIODevice::ReadOnly));
+        m_server.exec(QString::fromUtf8(sample.readAll()));
+        QCOMPARE(findings(m_server), QStringList());
     }
 
     // Through two levels, and by way of a part that two wholes hold.
@@ -117,7 +132,9 @@ private:
     {
         DeedCounter(m_server.connectionString())
             .actAll(u"book 18:00 0 Whole; book 18:00 4 Left; book 18:00 5 Right; book 20:00 7 Cleared; "
-                    "book 20:00 8 Single; extra 20:00 8 Single; rate 20:00 8 Single; clear 20:00 7 Cleared"_s);
+                    "book 20:00 8 Single; extra 20:00 8 Single; rate 20:00 8 Single; clear 20:00 7 Cleared; "
+                    "sell 18:00 5 Right"_s);
+        m_server.exec(u"CREATE TABLE tbl_counter2 LIKE tbl_counter1; INSERT INTO tbl_counter2 SET c_transaction=1"_s);
     }
 
     /// The exit code and what stands on standard output.

@@ -201,7 +201,7 @@ private Q_SLOTS:
             m_server.exec(u"RENAME TABLE tbl_away TO tbl_system"_s);
             for (qsizetype click = seen.size(); click >= 0; --click)
                 counter->click();
-            seen << window.shiftName() + u' ' + counter->text();
+            seen << station.shiftName + u' ' + counter->text();
         }
         QCOMPARE(seen, (QStringList{u"evening Counter 2\r\nben"_s, u"morning Counter 3\r\n"_s,
                                     u"morning Counter 1\r\n"_s, u"evening Counter 2\r\nben"_s}));

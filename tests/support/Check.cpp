@@ -1,6 +1,9 @@
 #include "support/Check.h"
 
+#include "app/SqlText.h"
+
 #include <QFile>
+#include <QRegularExpression>
 
 #include <stdexcept>
 
@@ -14,6 +17,11 @@ QStringList findings(const PrivateServer &server, const QStringList &pairs)
     QStringList entries;
     for (const QString &pair : pairs)
         entries << u'[' + QString(pair).replace(u'&', u',') + u']';
-    return server.rows(u"SET @last_hour=2, @pairs='["_s + entries.join(u',') + u"]';"_s +
-                       QString::fromUtf8(check.readAll()));
+    QString others;
+    for (const QString &table :
+         server.rows(u"SHOW TABLES LIKE 'tbl\\_counter_'"_s).filter(QRegularExpression(u"[^1]$"_s)))
+        others += sql(u"UNION ALL SELECT %1, c_transaction, c_datetime, c_item, c_itemtotal, c_receipt FROM %2 "_s,
+                      table.right(1), table);
+    return server.rows(u"SET @last_hour=2, @all_counters=1, @pairs='["_s + entries.join(u',') + u"]';"_s +
+                       QString::fromUtf8(check.readAll()).replace(u"-- other counters"_s, others));
 }
