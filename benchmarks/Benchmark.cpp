@@ -1,6 +1,11 @@
 #include "Benchmark.h"
 
-@@INC@@
+#include "Bookings.h"
+#include "app/Formats.h"
+#include "app/Settings.h"
+
+#include <QTextStream>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -63,8 +68,7 @@ void Benchmark::makeDatabase()
 {
     qint64 count = 0;
     const double taken = milliseconds([&] { count = makeMillionBookings(m_root); });
-    QTextStream(stderr) << count << " bookings made in " << QString::number(taken / 1000, 'f', 1) << " s"
-                        << Qt::endl;
+    QTextStream(stderr) << count << " bookings made in " << QString::number(taken / 1000, 'f', 1) << " s" << Qt::endl;
     m_root.send("INSERT INTO tbl_staff SET st_access=2, st_login='" + benchStaff.toUtf8() + "', st_password='" +
                 benchPassword.toUtf8() + "'");
     takeAwayBookings();
@@ -72,7 +76,7 @@ void Benchmark::makeDatabase()
 
 void Benchmark::takeAwayBookings()
 {
-    for (int week = 0; week < weeks; ++week) {
+    for (int week = 0; week < blockWeeks; ++week) {
         const QByteArray day = sqlDate(m_day.addDays(qint64(week) * 7)).toUtf8();
         m_root.sendAll({"DELETE FROM tbl_booking WHERE b_datetime LIKE '" + day +
                             "%' AND b_field <= " + QByteArray::number(plainCourt),

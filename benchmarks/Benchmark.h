@@ -4,8 +4,15 @@
 #include "Comparison.h"
 #include "app/Station.h"
 
+#include <stdexcept>
+
 class QWidget;
 class page_Counter;
+
+inline constexpr int benchHalf = 1; // of the pitch 0
+inline constexpr int sharedPitch = 0;
+inline constexpr int plainCourt = 6;
+inline constexpr int blockWeeks = 8;
 
 inline const QString benchStaff = QStringLiteral("bench");
 inline const QString benchPassword = QStringLiteral("bench2026");
@@ -24,12 +31,18 @@ public:
     }
     void showError(const QString &message, const QString &description) override
     {
-        fail(message + u": "_s + description);
+        fail(message + QStringLiteral(": ") + description);
     }
 
 private:
     [[noreturn]] static void fail(const QString &text) { throw std::runtime_error(text.toStdString()); }
 };
+
+inline void require(bool ok, const char *what)
+{
+    if (!ok)
+        throw std::runtime_error(what);
+}
 
 /// The measurements; each part stands in a file of its own.
 class Benchmark

@@ -1,6 +1,15 @@
 #include "Benchmark.h"
 
-@@INC@@
+#include "app/SqlText.h"
+#include "booking/BlockBooking.h"
+#include "booking/Booking.h"
+#include "booking/Cancelling.h"
+#include "plan/Alerts.h"
+#include "schedule/DaySchedule.h"
+
+#include <QScopeGuard>
+#include <QTextStream>
+
 using namespace Qt::StringLiterals;
 
 void Benchmark::compareOperations()
@@ -8,7 +17,7 @@ void Benchmark::compareOperations()
     const QString day = sqlDate(m_day);
     const Booker booker{u"Harbour Team"_s, u"Harbour School"_s, u"0612345678"_s, {}};
     const QString hour = u"10:00"_s;
-    const SlotKey slot{day, hour, field};
+    const SlotKey slot{day, hour, benchHalf};
     const QByteArrayList booking = compare({u"doBooking"_s, 201, [&] {
                                                 const auto outcome = doBooking(m_station, benchStaff, {slot, booker});
                                                 require(outcome == BookingOutcome::Booked, "doBooking refused");
@@ -22,15 +31,15 @@ void Benchmark::compareOperations()
     BookingClipboard clipboard;
 
     m_bare.sendAll(booking);
-    DaySelection selection{day, field, readDay(m_station, day, field).rows, {2}, 2};
+    DaySelection selection{day, benchHalf, readDay(m_station, day, benchHalf).rows, {2}, 2};
     require(copySlot(m_station, clipboard, selection), "The slot could not be copied");
     takeAwayBookings();
     selection.selected = {2, 3, 4};
-    compare({u"block booking of 8 weeks x 3 hours"_s, 41, [&] {
+    compare({u"block booking of 8 blockWeeks x 3 hours"_s, 41, [&] {
                  std::vector<BlockBookingHour> results;
                  bookBlock(
-                     m_station, clipboard, selection, weeks, [](int) {}, results);
-                 require(results.size() == std::size_t(weeks) * 3, "The block is not whole");
+                     m_station, clipboard, selection, blockWeeks, [](int) {}, results);
+                 require(results.size() == std::size_t(blockWeeks) * 3, "The block is not whole");
              }});
 
     m_settings.MaxFieldIndex = 15;

@@ -1,6 +1,22 @@
 #include "Benchmark.h"
 
-@@INC@@
+#include "Painted.h"
+#include "app/SqlText.h"
+#include "counter/ReceiptPainter.h"
+#include "counter/Settlement.h"
+#include "counter/ShiftEnd.h"
+#include "counter/TillActions.h"
+#include "counter/frm_Change.h"
+#include "counter/page_Counter.h"
+
+#include <QDialog>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QScreen>
+#include <QTemporaryDir>
+
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 Benchmark::Operation Benchmark::sale(const QString &name, int rounds)
@@ -10,10 +26,9 @@ Benchmark::Operation Benchmark::sale(const QString &name, int rounds)
     for (int hour = 10; hour < 14; ++hour) {
         const BookedHour booked{{sqlDate(m_day), QString::number(hour) + u":00"_s, plainCourt}, u"Harbour"_s};
         list.addHour(booked, {{}, 0, 40, 1, 40});
-        operation.before
-            << sql(u"INSERT INTO tbl_booking SET b_datetime='%1', b_field=%2, b_bookername='Harbour'"_s,
-                   booked.slot.dateTimeText(), plainCourt)
-                   .toUtf8();
+        operation.before << sql(u"INSERT INTO tbl_booking SET b_datetime='%1', b_field=%2, b_bookername='Harbour'"_s,
+                                booked.slot.dateTimeText(), plainCourt)
+                                .toUtf8();
     }
     for (int item = 1; item <= 6; ++item)
         list.addItem(u"Item "_s + QString::number(item), u"2.50"_s, u"2"_s);
@@ -37,7 +52,9 @@ void Benchmark::compareTill()
     compare(sale(u"settle 4 hours and 6 goods"_s, 101));
     m_station.shiftName = u"morning"_s;
     compare({u"shift end with 1,000 items"_s, 41, [&] {
-                 ShiftEnd(m_station).record({u"200"_s, u"300"_s, u"100"_s});
+                 ShiftEnd end(m_station);
+                 end.open();
+                 end.record({u"200"_s, u"300"_s, u"100"_s});
              }});
     page_Counter page(m_station);
     page.resize(QGuiApplication::primaryScreen()->availableSize());
@@ -59,8 +76,7 @@ void Benchmark::comparePaintedLine(page_Counter &page, const QString &name)
     constexpr double most = 30; // milliseconds
     Comparison comparison{name, 0, most};
     for (int i = 0; i < rounds; ++i) {
-        comparison.ours.push_back(
-            repainted(page, [&] { page.actions().addQuantity(u"Item 7"_s, u"2.50"_s, u"2"_s); }));
+        comparison.ours.push_back(repainted(page, [&] { page.actions().addQuantity(u"Item 7"_s, u"2.50"_s, u"2"_s); }));
         comparison.bare.push_back(repainted(page, [&] { page.update(); }));
     }
     page.actions().reset();

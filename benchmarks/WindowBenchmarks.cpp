@@ -1,6 +1,17 @@
 #include "Benchmark.h"
 
-@@INC@@
+#include "Painted.h"
+#include "ServedReports.h"
+#include "StartedWindows.h"
+#include "records/frm_Members.h"
+#include "schedule/frm_Main.h"
+#include "schedule/page_Booking.h"
+
+#include <QLineEdit>
+#include <QScreen>
+
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 double Benchmark::repainted(QWidget &window, const std::function<void()> &work)
@@ -105,6 +116,7 @@ void Benchmark::compareReports()
 
 void Benchmark::compareWindows()
 {
+    constexpr int starts = 9;
     const QString folder = QCoreApplication::applicationDirPath();
     const auto program = [&] { return StartedWindows::run(folder + u"/tamsora_bench"_s, {u"--program"_s}, 2); };
     const auto empty = [&](const QStringList &sizes) {

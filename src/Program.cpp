@@ -8,6 +8,7 @@
 #include "schedule/frm_Main.h"
 
 #include <QScreen>
+#include <QTimer>
 
 namespace {
 
@@ -55,10 +56,19 @@ void Program::openLoginWindow()
 
 void Program::changeShift()
 {
+    // The main window is not taken away under its clock, while that waits for the database.
+    if (m_station->database.isWaiting()) {
+        constexpr int untilTried = 50; // milliseconds
+        QTimer::singleShot(untilTried, m_main.get(), [this] { changeShift(); });
+        return;
+    }
     // Shown before the other goes: the program ends with its last window.
-    guarded(m_prompts, ErrorCode::LoadingForm, [this] { openLoginWindow(); });
+    const bool isOpen = guarded(m_prompts, ErrorCode::LoadingForm, [this] { openLoginWindow(); });
     m_station->CurrentStaff.clear();
+    m_station->keptCustomer.reset();
     m_main.reset();
+    if (!isOpen)
+        QCoreApplication::quit();
 }
 
 void Program::openMainWindow()

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QShowEvent>
+#include <QSpinBox>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +34,8 @@ void DrawerDialog::openDrawer()
 
 void DrawerDialog::takeScan(const QString &digits)
 {
+    if (auto *pieces = qobject_cast<QSpinBox *>(focusWidget()))
+        pieces->setValue(0); // what was counted before is under the digits and gone
     auto *box = qobject_cast<QLineEdit *>(focusWidget());
     if (box && !box->isReadOnly() && box->text().endsWith(digits))
         box->setText(box->text().chopped(digits.size()));

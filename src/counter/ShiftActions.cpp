@@ -2,6 +2,7 @@
 
 #include "app/Errors.h"
 #include "app/SqlText.h"
+#include "app/Staff.h"
 #include "app/Station.h"
 #include "counter/CashAmountDialog.h"
 #include "counter/HandOver.h"
@@ -44,13 +45,19 @@ void ShiftActions::handOver()
     const auto taker = m_station.prompts.verifyStaff(u"Take over the counter"_s);
     if (!taker)
         return;
+    if (cleanCredential(taker->staffName) != taker->staffName) {
+        m_station.prompts.refuse(
+            sql(u"%1 cannot log in at a counter: a login has only letters A to Z and digits."_s, taker->staffName));
+        return;
+    }
     requestHandOver(m_station, taker->staffName);
+    CashRecord record(m_station);
     CashAmountDialog window(
         m_station,
         {u"frm_HandOver"_s, u"Hand over"_s,
          sql(u"%1 hands the counter over to %2"_s, m_station.CurrentStaff, taker->staffName), u"txt_CashRegister"_s,
          u"Money in the cash &register"_s},
-        [&](const QString &amount) { ::handOver(m_station, taker->staffName, amount); }, m_window);
+        [&](const QString &amount) { record.handOver(taker->staffName, amount); }, m_window);
     if (window.exec() == QDialog::Accepted)
         Q_EMIT staffChanged();
     Q_EMIT recorded();
@@ -65,11 +72,12 @@ void ShiftActions::collectCash()
         m_station.prompts.refuse(u"Only an administrator may collect cash."_s);
         return;
     }
+    CashRecord record(m_station);
     CashAmountDialog window(
         m_station,
         {u"frm_CollectCash"_s, u"Collect cash"_s, sql(u"%1 takes cash out of the drawer"_s, collector->staffName),
          u"txt_Amount"_s, u"&Amount that is taken out"_s},
-        [&](const QString &amount) { ::collectCash(m_station, amount); }, m_window);
+        [&](const QString &amount) { record.collect(amount); }, m_window);
     window.exec();
     Q_EMIT recorded();
 }

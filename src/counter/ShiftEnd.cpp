@@ -90,7 +90,7 @@ private:
                 "sh_first_transaction='%6', sh_lastdatetime='%7', sh_shift='%8', sh_stocklog='%9', sh_staff='%10' "_s,
                 m_shiftTable, plainNumber(m_shift.sales), plainNumber(m_shift.money), m_shift.ended,
                 plainNumber(m_shift.cashFloat), m_shift.firstTransaction, m_shift.lastEnded, m_shift.name,
-                quoted(m_shift.stockLog), m_shift.staff);
+                literal(m_shift.stockLog), m_shift.staff);
         m_operation.insertProof(row, m_shiftTable, u"sh_id"_s, sql(u"sh_datetime='%1'"_s, m_shift.ended));
     }
 
@@ -115,6 +115,8 @@ const EndedShift &ShiftEnd::record(const CountedMoney &money)
     if (m_recorded)
         return *m_recorded;
     Recording recording(m_station, m_shiftName);
+    if (!m_isOpen && m_tried.isEmpty())
+        open();
     const QStringList tried = m_tried;
     m_tried << recording.shift().ended;
     const bool isNew = recording.run(money, [&](const DbRows *last) { return last && isOver(*last, tried); });
@@ -130,7 +132,8 @@ bool ShiftEnd::isOver(const DbRows &last, const QStringList &tried) const
     if (tried.contains(ended) && last.text("sh_staff") == m_station.CurrentStaff &&
         last.text("sh_shift") == m_shiftName)
         return true;
-    if (m_isOpen)
+    // Of rows with the same moment any may be the latest.
+    if (m_isOpen && !(m_before && m_before->ended == ended))
         throw NotDone(sql(u"This shift was ended already: %1 shift, by %2 at %3. Nothing was recorded now."_s,
                           last.text("sh_shift"), last.text("sh_staff"), ended));
     return false;

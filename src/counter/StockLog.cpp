@@ -17,8 +17,7 @@ QString stockLogOf(DbRows rows)
 std::vector<std::pair<QString, double>> readStockLog(const QString &log)
 {
     // A name may itself have both signs in it.
-    static const QRegularExpression entry(u"(.*?)=(-?[0-9]+(?:\\.[0-9]+)?)\\|"_s,
-                                          QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression entry(u"(.*?)=(-?[0-9.]*)\\|"_s, QRegularExpression::DotMatchesEverythingOption);
     std::vector<std::pair<QString, double>> stocks;
     for (auto found = entry.globalMatch(log); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();

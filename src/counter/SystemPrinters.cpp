@@ -129,7 +129,7 @@ void SystemPrinters::print(const Receipt &receipt, const PrinterChoice &choice,
                            std::function<void(QString trouble)> told)
 {
     runAside<QString>([=] { return printOn(receipt, choice); }, patienceWithPrinter,
-                      named(choice.name) + u"does not answer. The receipt may come later."_s, std::move(told));
+                      named(choice.name) + u"does not answer. The receipt may still come."_s, std::move(told));
 }
 
 QString SystemPrinters::askForFile(QWidget *over, const QString &suggestion)

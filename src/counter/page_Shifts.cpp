@@ -11,8 +11,10 @@
 #include <QGridLayout>
 #include <QItemSelectionModel>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QStandardItem>
 
+#include <algorithm>
 #include <functional>
 
 using namespace Qt::StringLiterals;
@@ -172,14 +174,15 @@ void page_Shifts::read()
 
 void page_Shifts::showEnded()
 {
-    const int current = m_shifts->currentIndex().row();
+    const QSignalBlocker quiet(m_shifts->selectionModel());
     m_shifts->clearRows();
     for (const EndedShift &shift : m_ended)
         addAligned(*m_shifts,
                    {shift.ended.left(16), shift.name, shift.staff, moneyText(shift.money), moneyText(shift.cashFloat),
                     moneyText(shift.sales)},
                    3);
-    m_shifts->selectRow(current > 0 && current < int(m_ended.size()) ? current : 0);
+    const auto wanted = std::ranges::find(m_ended, m_wanted, &EndedShift::id);
+    m_shifts->selectRow(wanted == m_ended.end() ? 0 : int(wanted - m_ended.begin()));
     showStock();
 }
 
@@ -200,6 +203,7 @@ void page_Shifts::showStock()
     m_stock->clearRows();
     const EndedShift *shift = selected();
     m_slip->setEnabled(shift != nullptr);
+    m_wanted = shift && shift != m_ended.data() ? shift->id : 0; // the latest one gives way to a later one
     const EndedShift *before = beforeSelected();
     if (!shift || !before) {
         m_stockHeading->setText(shift ? u"No shift before this one is known to compare its stock with."_s
@@ -207,7 +211,7 @@ void page_Shifts::showStock()
         return;
     }
     m_stockHeading->setText(sql(u"Goods between %1 and %2"_s, before->ended.left(16), shift->ended.left(16)));
-    quietly(m_station.database, [&] {
+    const bool isRead = quietly(m_station.database, [&] {
         for (const StockMove &move : stockMoves(m_station, *before, *shift)) {
             const auto cells = addAligned(*m_stock,
                                           {move.item, plainNumber(move.before), plainNumber(move.after),
@@ -220,6 +224,8 @@ void page_Shifts::showStock()
             cells.back()->setForeground(Look::shared.text);
         }
     });
+    if (!isRead)
+        m_stockHeading->setText(u"The goods of this shift could not be read."_s);
 }
 
 void page_Shifts::mail()

@@ -44,6 +44,7 @@ private:
     Station &m_station;
     ShiftActions *m_actions;
     std::vector<EndedShift> m_ended; ///< the latest first
+    int m_wanted = 0;                ///< the id of the one that stays selected
     QLabel *m_heading = nullptr;
     QLabel *m_note = nullptr;
     QLabel *m_time = nullptr;

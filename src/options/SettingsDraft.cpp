@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -165,17 +166,21 @@ void copySettingsFor(int counter, const QString &path)
     const QString file = QFileInfo(path).absoluteFilePath();
     if (file == QFileInfo(settingsFilePath()).absoluteFilePath())
         throw NotDone(u"This is the file of this counter itself. Choose another folder or name."_s);
+    // Beside it until it is whole: it holds the password of the database, and an older one is not lost to half a copy.
+    const QString part = file + u".part"_s;
+    const auto gone = qScopeGuard([&] { QFile::remove(part); });
     const QString number = QString::number(counter);
-    const bool isWritten = copyFile(settingsFilePath(), file) &&
-                           WriteSetting(u"System"_s, u"counter"_s, number, file) &&
-                           ReadSetting(u"System"_s, u"counter"_s, {}, file) == number;
+    const bool isWritten = copyFile(settingsFilePath(), part) &&
+                           WriteSetting(u"System"_s, u"counter"_s, number, part) &&
+                           ReadSetting(u"System"_s, u"counter"_s, {}, part) == number;
     if (!isWritten)
         throw NotDone(u"%1 cannot be written."_s.arg(QDir::toNativeSeparators(file)));
     try {
-        AppSettings settings = loadStartupValues(file);
-        LoadSettings(settings, file);
+        AppSettings settings = loadStartupValues(part);
+        LoadSettings(settings, part);
     } catch (const SettingError &error) {
-        QFile::remove(file);
         throw NotDone(QString::fromUtf8(error.what()).section(u'\n', 0, 0));
     }
+    if ((QFile::exists(file) && !QFile::remove(file)) || !QFile::rename(part, file))
+        throw NotDone(u"%1 cannot be written."_s.arg(QDir::toNativeSeparators(file)));
 }

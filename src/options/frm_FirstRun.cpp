@@ -42,11 +42,11 @@ frm_FirstRun::frm_FirstRun(Prompts &prompts, QWidget *parent) : QDialog(parent),
     setObjectName(u"frm_FirstRun"_s);
     setWindowTitle(title);
     QWidget *content = makeContent();
-    QPushButton *ok =
-        frameDialog(*this, title,
-                    u"There are no settings on this computer yet. Fields, drawer and printer are entered later, in the "
-                    "options of the program."_s,
-                    content, u"&Save and start"_s);
+    QPushButton *ok = frameDialog(
+        *this, title,
+        u"There are no settings on this computer yet. Fields, drawer and printer are entered in the options "
+        "of the program."_s,
+        content, u"&Save and start"_s);
     ok->setToolTip(u"Tries the connection, writes the settings file and starts the program."_s);
     ok->setAutoDefault(false);
     connect(ok, &QPushButton::clicked, this, &frm_FirstRun::finish);

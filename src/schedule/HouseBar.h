@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QKeySequence>
 #include <QWidget>
 
 class QHBoxLayout;
@@ -33,7 +34,8 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    QPushButton *add(const QString &name, const QString &icon, const QString &caption, const QString &tip);
+    QPushButton *add(const QString &name, const QString &icon, const QString &caption, const QString &tip,
+                     const QKeySequence &key);
     void fit();
     [[nodiscard]] int widthOf(bool withText) const;
 

@@ -108,8 +108,8 @@ private Q_SLOTS:
 
         m_server.startLog();
         requestHandOver(station, u"ben"_s);
-        handOver(station, u"ben"_s, u"12.50 or so"_s);
-        collectCash(station, u"lots"_s);
+        CashRecord(station).handOver(u"ben"_s, u"12.50 or so"_s);
+        CashRecord(station).collect(u"lots"_s);
         QCOMPARE(station.CurrentStaff, u"ben"_s);
         QCOMPARE(m_server.takeLog(),
                  (QStringList{logRow.arg(u"anna"_s, u"HandOver requested by ben, drawer open"_s),
@@ -163,6 +163,26 @@ private Q_SLOTS:
         station.moment = station.moment.addSecs(240);
         QCOMPARE(end.record(counted).ended, u"2026-11-14 14:59:59"_s);
         QCOMPARE(shiftRows(), 1);
+    }
+
+    void cashOnce()
+    {
+        CuttingProxy proxy(m_server);
+        ShiftStation station(proxy.connectionString(), u"morning"_s);
+        CashRecord collection(station);
+        CashRecord change(station);
+        const auto once = [&](const std::function<void()> &act) {
+            proxy.cutAt(u"COMMIT"_s, CuttingProxy::Cut::Unanswered, true);
+            QVERIFY_THROWS_EXCEPTION(NotDone, act());
+            proxy.pass();
+            station.moment = station.moment.addSecs(60);
+            act();
+        };
+        once([&] { collection.collect(u"5"_s); });
+        once([&] { change.handOver(u"ben"_s, u"5"_s); });
+        QCOMPARE(m_server.rows(u"SELECT log_do FROM tbl_log ORDER BY log_id"_s),
+                 (QStringList{u"Cash Collected 5"_s, u"Handover at 5, will change user now"_s, u"logging in"_s}));
+        QCOMPARE(station.CurrentStaff, u"ben"_s);
     }
 
     void endedByAnotherCopy()

@@ -98,7 +98,7 @@ private Q_SLOTS:
                "click btn_Close | closed frm_Members | select 16:00 | click btn_Book | verify anna secret1 | "
                "see txt_BookerName Maria M. | see txt_BookerTel 888 | click cmd_OK | closed frm_Booker | "
                "grid 16:00 Maria M. | select 17:00 | click btn_Book | verify anna secret1"_s);
-        play(u"see txt_BookerName  | click btn_LookMember"_s);
+        script(u"see txt_BookerName  | click btn_LookMember"_s);
         chooseMember();
         play(u"click btn_MemberPaste | closed frm_Members | see txt_BookerName Maria M. | click cmd_OK | "
              "closed frm_Booker | grid 16:00 Maria M., 17:00 Maria M. | errors 0"_s);
