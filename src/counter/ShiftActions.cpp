@@ -32,7 +32,7 @@ void ShiftActions::endShift(QStringView name)
         return;
     if (!m_mayLeave())
         return;
-    frm_ShiftEnd window(m_station, m_till.namesOfHeldLists(), m_window);
+    frm_ShiftEnd window(m_station, m_till.namesOfWaitingLists(), m_window);
     connect(&window, &frm_ShiftEnd::slipWanted, this, &ShiftActions::printSlip);
     connect(&window, &frm_ShiftEnd::reportWanted, this, &ShiftActions::openReport);
     window.exec();

@@ -87,6 +87,7 @@ Receipt closingSlip(Station &station, const EndedShift &shift)
     lines.add(u"Counted in the drawer"_s, shift.money);
     lines.add(u"Difference"_s, shift.money - moneyExpected(cashFloat, figures));
     lines.add(u"Float for the next shift"_s, shift.cashFloat);
+    lines.addWords(u"The total is the money counted less that float."_s);
     return slip(station, u"SHIFT SLIP"_s, shift.sales, lines);
 }
 

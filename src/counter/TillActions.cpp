@@ -257,6 +257,14 @@ void TillActions::noSale()
     frm_DrawerOpen(m_station, m_window).exec();
 }
 
+QStringList TillActions::namesOfWaitingLists() const
+{
+    QStringList names = namesOfHeldLists();
+    if (!m_till.list().isEmpty())
+        names.prepend(u"the open one ("_s + timeOf(m_till.begun()) + u", "_s + m_till.list().total() + u')');
+    return names;
+}
+
 QStringList TillActions::namesOfHeldLists() const
 {
     QStringList names;

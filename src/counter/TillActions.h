@@ -49,6 +49,8 @@ public:
     void printInvoice(const DaySelection &selection);
     /// "Kobayashi (15:02, 12.00)"
     [[nodiscard]] QStringList namesOfHeldLists() const;
+    /// These and the open one.
+    [[nodiscard]] QStringList namesOfWaitingLists() const;
     /// The names of the payment lists of this counter that an item stands on.
     [[nodiscard]] QStringList listsHolding(const QString &itemName) const;
     /// Names the lists on hold to who leaves the counter.

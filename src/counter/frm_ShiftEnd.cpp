@@ -86,7 +86,7 @@ QWidget *frm_ShiftEnd::makeFigures(const QStringList &heldLists)
     layout->addWidget(wrappedLabel(u"lbl_Help"_s, u"For comparison, not recorded"_s, 1.3));
     m_list = new FiguresTable(u"ListView_Figures"_s);
     m_difference = wrappedLabel(u"lbl_Difference"_s, {}, 1.2);
-    auto *held = wrappedLabel(u"lbl_HeldLists"_s, u"Payment lists still on hold: "_s + heldLists.join(u", "_s));
+    auto *held = wrappedLabel(u"lbl_HeldLists"_s, u"Payment lists that still wait: "_s + heldLists.join(u", "_s));
     held->setMargin(8);
     Look::paint(*held, Look::shared);
     held->setVisible(!heldLists.isEmpty());

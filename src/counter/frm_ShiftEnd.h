@@ -16,7 +16,7 @@ class frm_ShiftEnd : public DrawerDialog
     Q_OBJECT
 
 public:
-    /// The names of the payment lists on hold are told.
+    /// The names of the payment lists that wait are told.
     frm_ShiftEnd(Station &station, const QStringList &heldLists, QWidget *parent = nullptr);
 
     [[nodiscard]] bool isRecorded() const { return m_recorded.has_value(); }

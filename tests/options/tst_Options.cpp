@@ -482,7 +482,8 @@ private Q_SLOTS:
         copied.ThisCounter = 1;
         QCOMPARE(copied.databasePassword + copied.FieldDisplayNames[3], u"old1Court"_s);
         QVERIFY(!(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther)));
-        QVERIFY(!page->copyFor(4, path) && !QFile::exists(path)); // there are three
+        QVERIFY(!page->copyFor(4, path) && !QFile::exists(path + u".part"_s)); // there are three
+        QCOMPARE(started(path).ThisCounter, 2);                                // the copy before is not lost
         QVERIFY(!page->copyFor(2, settingsFilePath()));
         QCOMPARE(started().ThisCounter, 1);
         QCOMPARE(logged(), QStringList{u"boss options: settings copied for counter 2"_s});

@@ -72,7 +72,7 @@ private Q_SLOTS:
             "answer Count the drawer first: the money in it and the float are both needed. | type num_Pieces_500 1 | "
             "type num_Pieces_50 1 | see txt_MoneyInDrawer 5.5 | type txt_CashFloat 1 | see txt_Sales 4.5 | "
             "see lbl_Difference 5.50 counted, 6.00 should be in the drawer: 0.50 short | "
-            "see lbl_HeldLists Payment lists still on hold: Kim (14:59, 2.50) | click btn_PrintReport | click btn_OK"_s);
+            "see lbl_HeldLists Payment lists that still wait: Kim (14:59, 2.50) | click btn_PrintReport | click btn_OK"_s);
         script(u"answer Are you sure that the values is correct? | see btn_Cancel Close | click btn_PrintSlip | "
                "see lbl_Title SHIFT SLIP | see lbl_Amount $ 4.50 | click btn_Close | closed frm_PrintReceipt | "
                "click btn_Cancel | closed frm_Main"_s);
