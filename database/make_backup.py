@@ -4,6 +4,7 @@ import argparse
 import gzip
 import os
 import re
+import select
 import subprocess
 import sys
 import tempfile
@@ -14,6 +15,7 @@ from session import Failed, ServerError, Session, end_on_signals, name, quoted, 
 DATABASE, SCRATCH = "posdb", "tamsora_restored"
 FILE = re.compile(r"^posdb-\d{4}-\d\d-\d\d-\d{6}\.sql\.gz(\.part)?$")
 ATTEMPTS = 2
+PATIENCE = 20  # seconds that counters may be kept from writing
 BLOCK = 1 << 20
 
 
@@ -58,34 +60,33 @@ class Backup:
                 if attempt == ATTEMPTS:
                     raise
                 say(f"{failure}\nOnce more …")
+                self.work.abandon()  # and with it the locks it may hold
                 self.work = self.open()
 
     def tables(self, database):
-        """The clipboards first: counters empty them in a way that a snapshot does not survive."""
         tables = self.work.rows("SELECT TABLE_NAME FROM information_schema.TABLES "
                                 f"WHERE TABLE_SCHEMA = '{database}' AND TABLE_TYPE = 'BASE TABLE'")
-        return sorted((row[0] for row in tables), key=lambda table: (not is_clipboard(table), table))
+        return [row[0] for row in tables]
 
     def make_dump(self):
-        """Writes the dump and gives the figures of the same moment: while nobody can write, both take their snapshots."""
+        """Writes the dump and gives the figures of the same moment: while nobody can write, both take their snapshots.
+        The clipboards are left out of the locks, because a counter that waits to empty one would keep the dump waiting."""
         tables = self.tables(DATABASE)
         if not tables:
             raise Failed(f"There is nothing in {DATABASE}.")
-        clipboards = [table for table in tables if is_clipboard(table)]
-        found = {}
 
         def go_on():
-            found.update(self.figures(snapshot, DATABASE, clipboards))
             if self.knows_snapshots():
                 self.work.rows("UNLOCK TABLES")
 
         say(f"Dumping {DATABASE} …")
-        self.work.rows("LOCK TABLES " + ", ".join(f"{DATABASE}.{name(table)} READ" for table in tables))
+        self.work.rows("LOCK TABLES " + ", ".join(f"{DATABASE}.{name(table)} READ" for table in tables
+                                               if not is_clipboard(table)))
         with self.open() as snapshot:
             snapshot.rows("START TRANSACTION WITH CONSISTENT SNAPSHOT")
             self.dump(tables, go_on)
             say("Adding it up …")
-            found.update(self.figures(snapshot, DATABASE, [table for table in tables if table not in found]))
+            found = self.figures(snapshot, DATABASE, tables)
         self.work.rows("UNLOCK TABLES")
         return found
 
@@ -95,14 +96,15 @@ class Backup:
                                f"WHERE TABLE_SCHEMA = '{DATABASE}' AND ENGINE <> 'InnoDB'") == "0"
 
     def dump(self, tables, go_on):
-        """Dumps the tables and calls go_on() when the dump has come to the first one that is no clipboard."""
+        """Dumps the tables, of the clipboards only their structure, and calls go_on() when it has its snapshot."""
         command = [self.options.dump, f"--defaults-file={self.options.settings}", "--single-transaction",
-                   "--no-tablespaces", "--hex-blob", "--default-character-set=utf8mb4", DATABASE, *tables]
-        first = next((table for table in tables if not is_clipboard(table)), "")
+                   "--no-tablespaces", "--hex-blob", "--default-character-set=utf8mb4",
+                   *(f"--ignore-table-data={DATABASE}.{table}" for table in tables if is_clipboard(table)),
+                   DATABASE, *tables]
         with tempfile.TemporaryFile() as errors:
             dump = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=errors)
             try:
-                tail = self.write_part(dump.stdout, f"-- Table structure for table `{first}`".encode(), go_on)
+                tail = self.write_part(dump.stdout, go_on)
                 code = dump.wait()
             finally:
                 dump.kill()
@@ -115,14 +117,19 @@ class Backup:
         if b"-- Dump completed" not in tail:
             raise Failed("The dump has no end.")
 
-    def write_part(self, dump, mark, go_on):
-        """Writes the dump down to the disk, calls go_on() when the mark has come, and gives the end of the dump."""
+    def write_part(self, dump, go_on):
+        """Writes the dump down to the disk, calls go_on() when the first table has come, and gives the dump's end."""
         tail, waiting = b"", True
         with open(os.open(self.part, os.O_WRONLY | os.O_CREAT | os.O_TRUNC, 0o600), "wb") as file:
             with gzip.GzipFile(self.name, "wb", 6, file) as packed:
-                while block := dump.read1(BLOCK):
+                while True:
+                    if waiting and not select.select([dump], [], [], PATIENCE)[0]:
+                        raise Failed("The dump does not begin; the counters are not kept waiting any longer.")
+                    block = dump.read1(BLOCK)
+                    if not block:
+                        break
                     tail = tail[-200:] + block
-                    if waiting and mark in tail:
+                    if waiting and b"-- Table structure" in tail:
                         waiting = False
                         go_on()
                     packed.write(block)
@@ -157,8 +164,9 @@ class Backup:
             structure = session.value(f"SHOW CREATE TABLE {place}", 1)
             columns = [row[0] for row in session.rows(f"SHOW COLUMNS FROM {place}")]
             texts = ", ".join(f"QUOTE({name(column)})" for column in columns)
-            found[table] = (re.sub(r" AUTO_INCREMENT=\d+", "", structure), *session.rows(
-                f"SELECT COUNT(*), COALESCE(SUM(CRC32(CONCAT_WS(',', {texts}))), 0) FROM {place}")[0])
+            rows = ("0", "0") if is_clipboard(table) else session.rows(
+                f"SELECT COUNT(*), COALESCE(SUM(CRC32(CONCAT_WS(',', {texts}))), 0) FROM {place}")[0]
+            found[table] = (re.sub(r" AUTO_INCREMENT=\d+", "", structure), *rows)
             session.rows("ROLLBACK TO SAVEPOINT table_begins")
         return found
 
@@ -190,6 +198,7 @@ class Backup:
 
 
 def is_clipboard(table):
+    """What a counter copied last; counters empty these in a way that a snapshot does not survive."""
     return re.fullmatch(r"tbl_booking_clipboard\d+", table) is not None
 
 

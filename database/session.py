@@ -98,8 +98,12 @@ class Session:
     def __enter__(self):
         return self
 
-    def __exit__(self, *_):
+    def abandon(self):
+        """Closes it whatever state it is in."""
         try:
             self.close()
         except BrokenPipeError:
             pass
+
+    def __exit__(self, *_):
+        self.abandon()
