@@ -49,7 +49,8 @@ class BringUp:
         self.work.rows(f"DROP DATABASE IF EXISTS {PATTERN}")
         self.work.rows(f"CREATE DATABASE {PATTERN} CHARACTER SET utf8mb4")
         with open(self.options.schema, "rb") as schema:
-            subprocess.run([*self.work.command, PATTERN], stdin=schema, check=True)
+            if subprocess.run([*self.work.command, PATTERN], stdin=schema).returncode != 0:
+                raise Failed("The tables of schema.sql cannot be made beside posdb: nothing was compared.")
 
     def bring_up_database(self):
         letters = self.work.rows("SELECT DEFAULT_CHARACTER_SET_NAME FROM information_schema.SCHEMATA "

@@ -19,6 +19,10 @@ PATIENCE = 20  # seconds that counters may be kept from writing
 BLOCK = 1 << 20
 
 
+class Unnoted(Exception):
+    """The backup stands, and nobody sees in posdb that it does."""
+
+
 class Backup:
     def __init__(self, options):
         self.options = options
@@ -36,12 +40,17 @@ class Backup:
     def run(self):
         try:
             self.remove([file for file in os.listdir(self.options.to) if FILE.match(file) and file.endswith(".part")])
-            rows = self.checked_dump()
+            try:
+                rows = self.checked_dump()
+            finally:
+                self.drop_scratch()
             self.keep_file()
         finally:
             self.remove([os.path.basename(self.part)])
-            self.drop_scratch()
-        self.note(rows)
+        try:
+            self.note(rows)
+        except Failed as failure:
+            raise Unnoted(f"{self.name} is a checked backup, but posdb could not take a note of it: {failure}") from failure
         if self.options.keep:
             self.remove(self.backups()[:-self.options.keep])
 
@@ -219,6 +228,9 @@ def main():
     try:
         Backup(parser.parse_args()).run()
         return 0
+    except Unnoted as failure:
+        say(failure)
+        return 1
     except (Failed, OSError) as failure:
         say(f"{failure}\nThere is no new backup.")
         return 1
