@@ -56,6 +56,9 @@ public:
         std::vector<CsvLine> lines = readCsv(*text);
         if (lines.empty())
             return {u"The file is empty."_s};
+        if (const int opened = lines.back().openQuote; opened > 0)
+            return {
+                u"The quote opened in line %1 is never closed, so nobody can tell where that line ends."_s.arg(opened)};
         ImportPlan plan;
         readHeading(lines.front(), plan);
         if (plan.fault.isEmpty()) {
@@ -97,7 +100,7 @@ private:
             if (m_columns[field] >= 0 && m_columns[field] < csv.cells.size())
                 line.values[qsizetype(field)] = fromSpreadsheet(csv.cells[m_columns[field]]);
         if (csv.isBroken)
-            line.reason = u"A quote in this line is not closed."_s;
+            line.reason = u"Something stands behind a closing quote in this line."_s;
         else if (csv.cells.size() != m_width)
             line.reason = u"This line has %1 cells, the first line %2."_s.arg(csv.cells.size()).arg(m_width);
         else
