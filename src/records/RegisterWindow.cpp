@@ -230,13 +230,23 @@ void RegisterWindow::remove()
             if (!staff || !staff->isAdmin())
                 return;
         }
-        if (m_shown && deleteRow(m_station, m_records, *m_shown).end == SaveOutcome::End::Changed)
-            m_station.prompts.inform(u"%1 was changed meanwhile and is not deleted. Please look at it again."_s.arg(
-                m_records.nameOf(*m_shown)));
-        m_form->showValues({});
-        refreshList();
-        Q_EMIT written();
+        removeShown();
     });
+}
+
+void RegisterWindow::removeShown()
+{
+    if (!m_shown)
+        return;
+    const SaveOutcome::End end = deleteRow(m_station, m_records, *m_shown).end;
+    if (end == SaveOutcome::End::Changed)
+        m_station.prompts.inform(
+            u"%1 was changed meanwhile and is not deleted. Please look at it again."_s.arg(m_records.nameOf(*m_shown)));
+    else
+        showEntry(std::nullopt);
+    refreshList();
+    if (end == SaveOutcome::End::Done)
+        Q_EMIT written();
 }
 
 void RegisterWindow::paste()

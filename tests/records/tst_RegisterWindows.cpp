@@ -264,6 +264,29 @@ private Q_SLOTS:
         QCOMPARE(shown(window), u"Cola:"_s);
     }
 
+    void notDeletedUnseen()
+    {
+        const QString question = u"choose: Confirm delete ? [Confirmation] (critical: yes NO) -> yes"_s;
+        TestStation counter(m_server, {question,
+                                       u"inform: Cola was changed meanwhile and is not deleted. Please look "
+                                       "at it again."_s,
+                                       question});
+        frm_Item window(counter);
+        window.show();
+        QSignalSpy written(&window, &RegisterWindow::written);
+        act(window, u"row 1"_s);
+        m_server.exec(u"UPDATE tbl_item SET i_price=9 WHERE i_id=7"_s);
+        act(window, u"txt_ItemType=Mine; btn_Delete"_s);
+        QCOMPARE(shown(window), u"Ball [Cola]: 7 Cola"_s);
+        QCOMPARE(text(window, u"txt_ItemType"_s), u"Mine"_s);
+        act(window, u"txt_ItemType=Drinks; btn_Refresh"_s); // nothing is entered any more
+        QCOMPARE(text(window, u"txt_ItemPrice"_s), u"9.00"_s);
+        QCOMPARE(written.size(), 0);
+        act(window, u"btn_Delete"_s);
+        QCOMPARE(shown(window), u"Ball:"_s);
+        QCOMPARE(written.size(), 1);
+    }
+
     void importWindow()
     {
         TestStation counter(m_server, {u"inform"_s});
