@@ -304,7 +304,7 @@ void RegisterWindow::importFrom(const QString &path)
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly))
             throw NotDone(u"The file cannot be read: "_s + file.errorString());
-        frm_ImportCsv window(m_station, m_records, QFileInfo(path).fileName(), file.readAll(), this);
+        frm_ImportCsv window(m_station, m_records, QFileInfo(path).fileName(), file.readAll(), m_listsHolding, this);
         if (window.exec() != QDialog::Accepted)
             return;
         refreshList();

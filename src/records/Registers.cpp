@@ -161,8 +161,13 @@ QStringList doubtsOf(Database &database, const Register &records, const std::opt
                                                                     records.nameOf(others.front()));
     if (!records.isOfItems() || !isNew(records.name))
         return doubts;
-    const QString &name = values[qsizetype(records.name)];
-    if (!othersWith(records.name).empty())
+    return doubts + doubtsOfItemName(values[qsizetype(records.name)], !othersWith(records.name).empty());
+}
+
+QStringList doubtsOfItemName(const QString &name, bool isOfAnother)
+{
+    QStringList doubts;
+    if (isOfAnother)
         doubts << u"Another item is called %1, too: a sale of one lowers the stock of both."_s.arg(name);
     if (name.contains(u'%') || name.contains(u'_'))
         doubts << u"A name with % or _ stands for others, too: a sale lowers the stock of every item that it fits."_s;

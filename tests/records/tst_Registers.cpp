@@ -73,7 +73,8 @@ QString drawn(const ImportPlan &plan)
     QStringList lines;
     for (const ImportLine &line : plan.lines)
         lines << QString::number(line.line) + u' ' + deeds.at(int(line.deed)) +
-                     (line.reason.isEmpty() ? QString() : u": "_s + line.reason);
+                     (line.reason.isEmpty() ? QString() : u": "_s + line.reason) +
+                     (line.remark.isEmpty() ? QString() : u", but: "_s + line.remark);
     return plan.fault.isEmpty() ? lines.join(u"; "_s) : plan.fault;
 }
 
@@ -381,6 +382,7 @@ private Q_SLOTS:
             a column twice       | members | Number,Name,Name/1,2,3               | Two columns are called Name.
             nothing              | members |                                      | The file is empty.
             items                | items   | Number,Name,Type,Key,Price,Stock/007,Cola,Drinks,F2,2.50,999/9,Bat,,,x,/0,Bat,,,1,/10,Bat,,,-1.5,5 | 2 update; 3 wrong: Price must be a number with a point, such as 2.50.; 4 wrong: Number must be a whole number from 1, such as 12.; 5 add
+            names of items       | items   | Number,Name,Price/8,ball,1/7,Cola,2.5/9,Co_a,1 | 2 add, but: Another item is called ball, too: a sale of one lowers the stock of both.; 3 same; 4 add, but: A name with % or _ stands for others, too: a sale lowers the stock of every item that it fits.
         )"_s);
     }
 
