@@ -44,7 +44,7 @@ public:
     {
         CsvLine line{m_line};
         do
-            line.cells << takeCell(line.isBroken);
+            line.cells << takeCell(line);
         while (take(m_separator));
         takeLineEnd();
         return line;
@@ -66,19 +66,20 @@ private:
             ++m_line;
     }
 
-    QString takeCell(bool &isBroken)
+    QString takeCell(CsvLine &line)
     {
-        QString cell = take(quote) ? takeQuoted(isBroken) : QString();
+        QString cell = take(quote) ? takeQuoted(line.openQuote) : QString();
         const qsizetype rest = m_at;
         while (!atEnd() && m_text[m_at] != m_separator && !endsLine(m_text[m_at]))
             ++m_at;
         const bool wasQuoted = rest > 0 && m_text[rest - 1] == quote;
-        isBroken = isBroken || (wasQuoted && m_at > rest);
+        line.isBroken = line.isBroken || (wasQuoted && m_at > rest);
         return cell.append(QStringView(m_text).mid(rest, m_at - rest));
     }
 
-    QString takeQuoted(bool &isBroken)
+    QString takeQuoted(int &openQuote)
     {
+        const int opened = m_line;
         QString cell;
         for (; !atEnd(); ++m_at) {
             if (m_text[m_at] == quote && (++m_at, atEnd() || m_text[m_at] != quote))
@@ -87,7 +88,7 @@ private:
                 ++m_line;
             cell += m_text[m_at];
         }
-        isBroken = true;
+        openQuote = opened;
         return cell;
     }
 
@@ -104,8 +105,9 @@ std::vector<CsvLine> readCsv(const QString &text)
     std::vector<CsvLine> lines;
     for (CsvReader reader(text); !reader.atEnd();) {
         CsvLine line = reader.takeLine();
-        if (line.isBroken || std::any_of(line.cells.cbegin(), line.cells.cend(),
-                                         [](const QString &cell) { return !cell.trimmed().isEmpty(); }))
+        if (line.isBroken || line.openQuote > 0 ||
+            std::any_of(line.cells.cbegin(), line.cells.cend(),
+                        [](const QString &cell) { return !cell.trimmed().isEmpty(); }))
             lines.push_back(std::move(line));
     }
     return lines;

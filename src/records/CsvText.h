@@ -9,7 +9,8 @@ struct CsvLine
 {
     int line = 0;
     QStringList cells = {};
-    bool isBroken = false; ///< a quote in it is never closed, or something stands behind one
+    bool isBroken = false; ///< something stands behind a closing quote
+    int openQuote = 0;     ///< the line of a quote that is never closed, so that the rest of the text is in this cell
 
     bool operator==(const CsvLine &) const = default;
 };

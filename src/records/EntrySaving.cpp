@@ -21,22 +21,6 @@ std::optional<std::size_t> faultyField(Station &station, const Register &records
     return std::nullopt;
 }
 
-/// What waits in payment lists under the item's old name or price.
-QString waitingGoods(const Register &records, const RegisterRow &before, const QStringList &values,
-                     const ListsHolding &listsHolding)
-{
-    const QString &name = records.nameOf(before);
-    bool isSame = values[qsizetype(records.name)] == name;
-    for (std::size_t field = 0; field < records.fields.size(); ++field)
-        if (records.fields[field].kind == Kind::Price)
-            isSame = isSame && values[qsizetype(field)] == before.values[qsizetype(field)];
-    const QStringList lists = isSame || !listsHolding ? QStringList() : listsHolding(name);
-    if (lists.isEmpty())
-        return {};
-    return u"%1 waits to be paid in: %2. What waits there keeps its old name and price."_s.arg(name,
-                                                                                               lists.join(u", "_s));
-}
-
 bool agreesTo(Station &station, const QStringList &doubts)
 {
     return doubts.isEmpty() || station.prompts.confirm(doubts.join(u'\n') + u"\n\nSave it all the same?"_s, u"Save"_s);
@@ -84,6 +68,22 @@ SavedEntry saveOver(Station &station, const Register &records, RegisterRow befor
 }
 
 } // namespace
+
+QString waitingGoods(const Register &records, const RegisterRow &before, const QStringList &values,
+                     const ListsHolding &listsHolding)
+{
+    const QString &name = records.nameOf(before);
+    bool isSame = values[qsizetype(records.name)] == name;
+    for (std::size_t field = 0; field < records.fields.size(); ++field)
+        if (records.fields[field].kind == Kind::Price)
+            isSame =
+                isSame && isSameValue(records.fields[field], values[qsizetype(field)], before.values[qsizetype(field)]);
+    const QStringList lists = isSame || !listsHolding ? QStringList() : listsHolding(name);
+    if (lists.isEmpty())
+        return {};
+    return u"%1 waits to be paid in: %2. What waits there keeps its old name and price."_s.arg(name,
+                                                                                               lists.join(u", "_s));
+}
 
 SavedEntry saveEntry(Station &station, const Register &records, const std::optional<RegisterRow> &before,
                      QStringList values, const ListsHolding &listsHolding)

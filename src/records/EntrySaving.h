@@ -24,6 +24,10 @@ struct SavedEntry
 /// Gives the names of the payment lists that hold an item.
 using ListsHolding = std::function<QStringList(const QString &itemName)>;
 
+/// Tells what waits in payment lists under an item's old name or price; empty when nothing does.
+QString waitingGoods(const Register &records, const RegisterRow &before, const QStringList &values,
+                     const ListsHolding &listsHolding);
+
 /// Saves an entry, after every question that stands before it: texts that the table cannot hold, numbers that somebody
 /// has, goods that wait to be paid, and what others made of the entry since it was read as `before` (nothing for a new
 /// one). Throws DbError and NotDone.

@@ -110,6 +110,11 @@ Register catalogue()
     return items;
 }
 
+bool isSameValue(const RegisterField &field, const QString &one, const QString &other)
+{
+    return one == other || (field.kind != RegisterField::Kind::Text && one.toDouble() == other.toDouble());
+}
+
 QString faultOf(const RegisterField &field, const QString &value)
 {
     if (value.size() > field.maxLength)

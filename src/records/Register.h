@@ -69,5 +69,8 @@ Register studentsRegister();
 Register groupRegister(int group);
 Register catalogue();
 
+/// Whether the table takes two texts of a field for one value: 3 and 3.00 for a price.
+bool isSameValue(const RegisterField &field, const QString &one, const QString &other);
+
 /// What is wrong with a field's text, in words for staff; empty when nothing is.
 QString faultOf(const RegisterField &field, const QString &value);

@@ -56,12 +56,17 @@ public:
         std::vector<CsvLine> lines = readCsv(*text);
         if (lines.empty())
             return {u"The file is empty."_s};
+        if (const int opened = lines.back().openQuote; opened > 0)
+            return {
+                u"The quote opened in line %1 is never closed, so nobody can tell where that line ends."_s.arg(opened)};
         ImportPlan plan;
         readHeading(lines.front(), plan);
         if (plan.fault.isEmpty()) {
             plan.lines.reserve(lines.size() - 1);
             for (auto line = lines.cbegin() + 1; line != lines.cend(); ++line)
                 plan.lines.push_back(read(*line));
+            if (m_records.isOfItems())
+                remarkNames(plan);
         }
         return plan;
     }
@@ -97,7 +102,7 @@ private:
             if (m_columns[field] >= 0 && m_columns[field] < csv.cells.size())
                 line.values[qsizetype(field)] = fromSpreadsheet(csv.cells[m_columns[field]]);
         if (csv.isBroken)
-            line.reason = u"A quote in this line is not closed."_s;
+            line.reason = u"Something stands behind a closing quote in this line."_s;
         else if (csv.cells.size() != m_width)
             line.reason = u"This line has %1 cells, the first line %2."_s.arg(csv.cells.size()).arg(m_width);
         else
@@ -155,12 +160,46 @@ private:
     {
         if (!line.before) {
             line.deed = Deed::Add;
-        } else if (line.values == line.before->values) {
+        } else if (isAsBefore(line)) {
             line.deed = Deed::Same;
         } else {
             line.deed = m_updates ? Deed::Update : Deed::Skip;
             if (!m_updates)
                 line.reason = u"The register has this number."_s;
+        }
+    }
+
+    [[nodiscard]] bool isAsBefore(const ImportLine &line) const
+    {
+        for (std::size_t field = 0; field < m_records.fields.size(); ++field)
+            if (!isSameValue(m_records.fields[field], line.values[qsizetype(field)],
+                             line.before->values[qsizetype(field)]))
+                return false;
+        return true;
+    }
+
+    /// Names are compared as they will be when all is written.
+    void remarkNames(ImportPlan &plan) const
+    {
+        const auto isWritten = [](const ImportLine &line) {
+            return line.deed == Deed::Add || line.deed == Deed::Update;
+        };
+        const auto folded = [&](const QStringList &values) {
+            return values[qsizetype(m_records.name)].trimmed().toCaseFolded();
+        };
+        QHash<QString, QString> names; // by number
+        for (auto same = m_present.cbegin(); same != m_present.cend(); ++same)
+            names[same.key()] = folded(same.value().front()->values);
+        for (const ImportLine &line : plan.lines)
+            if (isWritten(line))
+                names[keyOf(m_records, line.values[qsizetype(m_records.number)])] = folded(line.values);
+        QHash<QString, int> bearers;
+        for (const QString &name : std::as_const(names))
+            ++bearers[name];
+        for (ImportLine &line : plan.lines) {
+            const QString &name = line.values[qsizetype(m_records.name)];
+            if (isWritten(line) && !(line.before && m_records.nameOf(*line.before) == name))
+                line.remark = doubtsOfItemName(name, bearers.value(folded(line.values)) > 1).join(u' ');
         }
     }
 

@@ -18,6 +18,7 @@ struct ImportLine
     QStringList values = {};                ///< by field; of a line that is wrong what could be read
     QString reason = {};                    ///< why it is wrong or left out
     std::optional<RegisterRow> before = {}; ///< the entry with the same number
+    QString remark = {};                    ///< what a person should know before it is written
 
     bool operator==(const ImportLine &) const = default;
 };

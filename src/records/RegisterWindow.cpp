@@ -230,13 +230,23 @@ void RegisterWindow::remove()
             if (!staff || !staff->isAdmin())
                 return;
         }
-        if (m_shown && deleteRow(m_station, m_records, *m_shown).end == SaveOutcome::End::Changed)
-            m_station.prompts.inform(u"%1 was changed meanwhile and is not deleted. Please look at it again."_s.arg(
-                m_records.nameOf(*m_shown)));
-        m_form->showValues({});
-        refreshList();
-        Q_EMIT written();
+        removeShown();
     });
+}
+
+void RegisterWindow::removeShown()
+{
+    if (!m_shown)
+        return;
+    const SaveOutcome::End end = deleteRow(m_station, m_records, *m_shown).end;
+    if (end == SaveOutcome::End::Changed)
+        m_station.prompts.inform(
+            u"%1 was changed meanwhile and is not deleted. Please look at it again."_s.arg(m_records.nameOf(*m_shown)));
+    else
+        showEntry(std::nullopt);
+    refreshList();
+    if (end == SaveOutcome::End::Done)
+        Q_EMIT written();
 }
 
 void RegisterWindow::paste()
@@ -294,7 +304,7 @@ void RegisterWindow::importFrom(const QString &path)
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly))
             throw NotDone(u"The file cannot be read: "_s + file.errorString());
-        frm_ImportCsv window(m_station, m_records, QFileInfo(path).fileName(), file.readAll(), this);
+        frm_ImportCsv window(m_station, m_records, QFileInfo(path).fileName(), file.readAll(), m_listsHolding, this);
         if (window.exec() != QDialog::Accepted)
             return;
         refreshList();

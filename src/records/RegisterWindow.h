@@ -56,6 +56,8 @@ private:
     void add();
     void update();
     void remove();
+    /// Deletes the chosen entry. One that somebody changed meanwhile stays, and so does what was entered over it.
+    void removeShown();
     void paste();
     void forgetKept();
     void importCsv();

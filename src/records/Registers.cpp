@@ -73,12 +73,28 @@ QString whereId(const Register &records, const QString &id)
     return sql(u"WHERE %1=%2"_s, records.idColumn, id);
 }
 
+/// The id of a row once it has the values: an item's is its number.
+QString idAfter(const Register &records, const QString &id, const QStringList &values)
+{
+    return records.isOfItems() ? QString::number(values[qsizetype(records.number)].toInt()) : id;
+}
+
 /// The row as it stands now, held until the operation ends.
 std::optional<RegisterRow> hold(Operation &operation, const Register &records, const QString &id)
 {
     const auto rows =
         rowsOf(records, operation.query(sql(u"SELECT * from %1 %2 FOR UPDATE"_s, records.table, whereId(records, id))));
     return rows.empty() ? std::nullopt : std::optional(rows.front());
+}
+
+/// The row that was just written, with its values as the table holds them.
+RegisterRow written(Operation &operation, const Register &records, const QString &id)
+{
+    const auto row = hold(operation, records, id);
+    if (!row)
+        throw NotDone(
+            u"The database does not hold the %1 as it was entered. Nothing was written."_s.arg(records.entry));
+    return *row;
 }
 
 /// Runs the operation; a number that the table takes only once is told in plain words.
@@ -145,8 +161,13 @@ QStringList doubtsOf(Database &database, const Register &records, const std::opt
                                                                     records.nameOf(others.front()));
     if (!records.isOfItems() || !isNew(records.name))
         return doubts;
-    const QString &name = values[qsizetype(records.name)];
-    if (!othersWith(records.name).empty())
+    return doubts + doubtsOfItemName(values[qsizetype(records.name)], !othersWith(records.name).empty());
+}
+
+QStringList doubtsOfItemName(const QString &name, bool isOfAnother)
+{
+    QStringList doubts;
+    if (isOfAnother)
         doubts << u"Another item is called %1, too: a sale of one lowers the stock of both."_s.arg(name);
     if (name.contains(u'%') || name.contains(u'_'))
         doubts << u"A name with % or _ stands for others, too: a sale lowers the stock of every item that it fits."_s;
@@ -163,7 +184,7 @@ QString insertRow(Operation &operation, const Register &records, const QStringLi
         operation.execute(insert);
         operation.proveBy(sql(u"SELECT %1 FROM %2 WHERE %3 LOCK IN SHARE MODE"_s, records.idColumn, records.table,
                               sameRow(records, values)));
-        return values[qsizetype(records.number)];
+        return idAfter(records, {}, values);
     }
     operation.insertProof(insert, records.table, records.idColumn, sameRow(records, values));
     return QString::number(operation.insertId());
@@ -176,8 +197,8 @@ void updateRow(Operation &operation, const Register &records, const QString &id,
         assignments << assignment(records, field, values);
     operation.execute(sql(u"UPDATE %1%2SET %3%4 %5"_s, records.table, records.blanks,
                           records.isOfItems() ? u" "_s : QString(), assignments.join(u", "_s), whereId(records, id)));
-    operation.proveBy(sql(u"SELECT %1 FROM %2 WHERE %3 LOCK IN SHARE MODE"_s, records.idColumn, records.table,
-                          sameRow(records, values)));
+    operation.proveBy(sql(u"SELECT %1 FROM %2 WHERE %1=%3 AND %4 LOCK IN SHARE MODE"_s, records.idColumn, records.table,
+                          idAfter(records, id, values), sameRow(records, values)));
 }
 
 std::vector<RegisterRow> holdRows(Operation &operation, const Register &records)
@@ -188,12 +209,12 @@ std::vector<RegisterRow> holdRows(Operation &operation, const Register &records)
 SaveOutcome addRow(Station &station, const Register &records, const QStringList &values)
 {
     Operation operation(station, wordsFor(records, values[qsizetype(records.name)]));
-    QString id;
+    RegisterRow row;
     run(operation, records, [&] {
-        id = insertRow(operation, records, values);
+        row = written(operation, records, insertRow(operation, records, values));
         return true;
     });
-    return {SaveOutcome::End::Done, {id, values}};
+    return {SaveOutcome::End::Done, row};
 }
 
 QStringList withPresentHours(const Register &records, const QStringList &before, const QStringList &now,
@@ -214,11 +235,9 @@ SaveOutcome saveRow(Station &station, const Register &records, const RegisterRow
         outcome = {now ? SaveOutcome::End::Changed : SaveOutcome::End::Gone, now.value_or(before)};
         if (!now || now->values != expectedNow(records, before, *now, values))
             return false;
-        outcome.row.values = withPresentHours(records, before.values, now->values, values);
-        updateRow(operation, records, before.id, outcome.row.values);
-        if (records.isOfItems())
-            outcome.row.id = records.numberOf(outcome.row);
-        outcome.end = SaveOutcome::End::Done;
+        const QStringList wanted = withPresentHours(records, before.values, now->values, values);
+        updateRow(operation, records, before.id, wanted);
+        outcome = {SaveOutcome::End::Done, written(operation, records, idAfter(records, before.id, wanted))};
         return true;
     });
     return outcome;

@@ -21,6 +21,8 @@ std::vector<RegisterRow> readList(Database &database, const Register &records, c
 /// an item's name. `before` is the row that is edited.
 QStringList doubtsOf(Database &database, const Register &records, const std::optional<RegisterRow> &before,
                      const QStringList &values);
+/// What a sale makes of an item's name.
+QStringList doubtsOfItemName(const QString &name, bool isOfAnother);
 
 struct SaveOutcome
 {

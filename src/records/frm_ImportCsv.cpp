@@ -40,8 +40,12 @@ QString inWords(const ImportLine &line)
 } // namespace
 
 frm_ImportCsv::frm_ImportCsv(Station &station, Register records, const QString &fileName, QByteArray bytes,
-                             QWidget *parent)
-    : QDialog(parent), m_station(station), m_records(std::move(records)), m_bytes(std::move(bytes))
+                             ListsHolding listsHolding, QWidget *parent)
+    : QDialog(parent),
+      m_station(station),
+      m_records(std::move(records)),
+      m_bytes(std::move(bytes)),
+      m_listsHolding(std::move(listsHolding))
 {
     setObjectName(u"frm_ImportCsv"_s);
     setWindowTitle(u"Import %1"_s.arg(m_records.entries()));
@@ -71,7 +75,7 @@ QWidget *frm_ImportCsv::makeContent()
     m_updates->setObjectName(u"chk_Update"_s);
     m_updates->setChecked(true);
     m_updates->setToolTip(u"Without it lines with a number that the register has are left out."_s);
-    m_onlyWrong = new QCheckBox(u"Show &wrong lines only"_s);
+    m_onlyWrong = new QCheckBox(u"Show only lines that are &wrong or have a remark"_s);
     m_onlyWrong->setObjectName(u"chk_OnlyWrong"_s);
     m_onlyWrong->setToolTip(u"Hides the lines that can be taken over."_s);
     m_summary = wrappedLabel(u"lbl_Summary"_s, {});
@@ -98,21 +102,36 @@ void frm_ImportCsv::look()
     showPlan();
 }
 
+QString frm_ImportCsv::remarkOf(const ImportLine &line) const
+{
+    const QString waiting =
+        line.deed == Deed::Update ? waitingGoods(m_records, *line.before, line.values, m_listsHolding) : QString();
+    return (line.remark + u' ' + waiting).trimmed();
+}
+
 void frm_ImportCsv::showPlan()
 {
     m_lines->clearRows();
+    int remarks = 0;
     for (const ImportLine &line : m_plan.lines) {
-        if (m_onlyWrong->isChecked() && line.deed != Deed::Wrong)
+        const QString remark = remarkOf(line);
+        const bool isWrong = line.deed == Deed::Wrong;
+        remarks += int(!remark.isEmpty());
+        if (m_onlyWrong->isChecked() && !isWrong && remark.isEmpty())
             continue;
-        const auto cells = m_lines->addRow(QStringList{QString::number(line.line), inWords(line)} + line.values);
-        if (line.deed == Deed::Wrong) {
-            cells[1]->setBackground(Look::alert.background);
-            cells[1]->setForeground(Look::alert.text);
+        const QString deed = inWords(line) + (remark.isEmpty() ? QString() : u", but: "_s + remark);
+        const auto cells = m_lines->addRow(QStringList{QString::number(line.line), deed} + line.values);
+        if (isWrong || !remark.isEmpty()) {
+            const Look::Tone &tone = isWrong ? Look::alert : Look::shared;
+            cells[1]->setBackground(tone.background);
+            cells[1]->setForeground(tone.text);
         }
     }
     const auto count = [this](Deed deed) { return QString::number(m_plan.count(deed)); };
     QString summary = u"%1 to add, %2 to update, %3 the same already, %4 left out, %5 wrong."_s.arg(
         count(Deed::Add), count(Deed::Update), count(Deed::Same), count(Deed::Skip), count(Deed::Wrong));
+    if (remarks > 0)
+        summary += u" Lines with a remark, which their tip tells in full: %1."_s.arg(remarks);
     if (!m_plan.ignored.isEmpty())
         summary += u" Columns that are not taken: "_s + m_plan.ignored.join(u", "_s) + u'.';
     m_summary->setText(m_plan.fault.isEmpty() ? summary : m_plan.fault);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/EntrySaving.h"
 #include "records/RegisterFile.h"
 
 #include <QDialog>
@@ -9,14 +10,15 @@ class QLabel;
 class QPushButton;
 class RowsTable;
 
-/// Shows what every line of a file will do to a register, and does it. Accepted when the register was written.
+/// Shows what every line of a file will do to a register, and does it; a change of goods that wait to be paid names the
+/// payment lists. Accepted when the register was written.
 class frm_ImportCsv : public QDialog
 {
     Q_OBJECT
 
 public:
     frm_ImportCsv(Station &station, Register records, const QString &fileName, QByteArray bytes,
-                  QWidget *parent = nullptr);
+                  ListsHolding listsHolding = {}, QWidget *parent = nullptr);
 
     void reject() override;
 
@@ -25,11 +27,14 @@ private:
     /// Makes the plan anew and shows it.
     void look();
     void showPlan();
+    /// What a person should know of the line before it is written.
+    [[nodiscard]] QString remarkOf(const ImportLine &line) const;
     void import();
 
     Station &m_station;
     const Register m_records;
     const QByteArray m_bytes;
+    const ListsHolding m_listsHolding;
     ImportPlan m_plan;
     RowsTable *m_lines = nullptr;
     QCheckBox *m_updates = nullptr;

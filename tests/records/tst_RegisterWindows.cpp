@@ -73,6 +73,16 @@ QString text(const QWidget &window, const QString &name)
     return control<QLineEdit>(window, name)->text();
 }
 
+/// What the window of an import says of the lines: "2 update; 3 add".
+QString deedsOf(const QWidget &window)
+{
+    const auto *lines = control<QAbstractItemView>(window, u"ListView_Import"_s)->model();
+    QStringList texts;
+    for (int row = 0; row < lines->rowCount(); ++row)
+        texts << lines->index(row, 0).data().toString() + u' ' + lines->index(row, 1).data().toString();
+    return texts.join(u"; "_s);
+}
+
 /// Does something in the next modal window.
 void whenModal(const std::function<void(const QWidget &)> &work)
 {
@@ -264,28 +274,60 @@ private Q_SLOTS:
         QCOMPARE(shown(window), u"Cola:"_s);
     }
 
+    void notDeletedUnseen()
+    {
+        const QString question = u"choose: Confirm delete ? [Confirmation] (critical: yes NO) -> yes"_s;
+        TestStation counter(m_server, {question,
+                                       u"inform: Cola was changed meanwhile and is not deleted. Please look "
+                                       "at it again."_s,
+                                       question});
+        frm_Item window(counter);
+        window.show();
+        QSignalSpy written(&window, &RegisterWindow::written);
+        act(window, u"row 1"_s);
+        m_server.exec(u"UPDATE tbl_item SET i_price=9 WHERE i_id=7"_s);
+        act(window, u"txt_ItemType=Mine; btn_Delete"_s);
+        QCOMPARE(shown(window), u"Ball [Cola]: 7 Cola"_s);
+        QCOMPARE(text(window, u"txt_ItemType"_s), u"Mine"_s);
+        act(window, u"txt_ItemType=Drinks; btn_Refresh"_s); // nothing is entered any more
+        QCOMPARE(text(window, u"txt_ItemPrice"_s), u"9.00"_s);
+        QCOMPARE(written.size(), 0);
+        act(window, u"btn_Delete"_s);
+        QCOMPARE(shown(window), u"Ball:"_s);
+        QCOMPARE(written.size(), 1);
+    }
+
+    void importOfGoods()
+    {
+        TestStation counter(m_server);
+        const QByteArray bytes = "Number,Name,Price\r\n3,Bat,12\r\n8,ball,1\r\n7,Cola,3\r\n";
+        frm_ImportCsv window(counter, catalogue(), u"goods.csv"_s, bytes, [](const QString &item) {
+            return item == u"Cola" ? QStringList{u"the open list"_s} : QStringList();
+        });
+        window.show();
+        QCOMPARE(deedsOf(window), u"2 update; 3 add; 4 update, but: Cola waits to be paid in: the open list. What "
+                                  "waits there keeps its old name and price."_s);
+        control<QCheckBox>(window, u"chk_Update"_s)->click(); // Ball keeps its name then
+        control<QCheckBox>(window, u"chk_OnlyWrong"_s)->click();
+        QCOMPARE(deedsOf(window),
+                 u"3 add, but: Another item is called ball, too: a sale of one lowers the stock of both."_s);
+        QVERIFY(control<QLabel>(window, u"lbl_Summary"_s)->text().endsWith(u" in full: 1."_s));
+    }
+
     void importWindow()
     {
         TestStation counter(m_server, {u"inform"_s});
         const QByteArray bytes = "Number,Name,Tel\r\nM000002,Bob,5\r\nM9,Di,5\r\n,Ed,5\r\n";
         frm_ImportCsv window(counter, membersRegister(), u"new.csv"_s, bytes);
         window.show();
-        const auto *lines = control<QAbstractItemView>(window, u"ListView_Import"_s);
-        const auto deeds = [&] {
-            QStringList texts;
-            for (int row = 0; row < lines->model()->rowCount(); ++row)
-                texts << lines->model()->index(row, 0).data().toString() + u' ' +
-                             lines->model()->index(row, 1).data().toString();
-            return texts.join(u"; "_s);
-        };
-        QCOMPARE(deeds(), u"2 update; 3 add; 4 WRONG: The number is missing."_s);
+        QCOMPARE(deedsOf(window), u"2 update; 3 add; 4 WRONG: The number is missing."_s);
         QCOMPARE(control<QLabel>(window, u"lbl_Summary"_s)->text(),
                  u"1 to add, 1 to update, 0 the same already, 0 left out, 1 wrong. Columns that are not taken: Tel."_s);
         control<QCheckBox>(window, u"chk_OnlyWrong"_s)->click();
-        QCOMPARE(deeds(), u"4 WRONG: The number is missing."_s);
+        QCOMPARE(deedsOf(window), u"4 WRONG: The number is missing."_s);
         control<QCheckBox>(window, u"chk_OnlyWrong"_s)->click();
         control<QCheckBox>(window, u"chk_Update"_s)->click();
-        QCOMPARE(deeds().section(u"; "_s, 0, 0), u"2 leave out: The register has this number."_s);
+        QCOMPARE(deedsOf(window).section(u"; "_s, 0, 0), u"2 leave out: The register has this number."_s);
         m_server.exec(u"INSERT INTO tbl_member SET m_idno='M9', m_name='Other'"_s);
         act(window, u"cmd_OK"_s); // told that the register is another one by now
         QVERIFY(window.isVisible());
