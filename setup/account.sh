@@ -44,7 +44,7 @@ change_reports_password_sql() {
     printf "ALTER USER '%s'@'%s' IDENTIFIED BY '%s';\n" "$reports_account" "$1" "$2"
 }
 
-# Asks for the tables that the reports read: those of each counter that is there, and of no staff and no customer register.
+# Asks for the tables that the reports read: those of each counter that is there, but no staff and no registers.
 reports_tables_sql() {
     cat <<'END'
 SELECT table_name FROM information_schema.tables WHERE table_schema = 'posdb' AND
