@@ -44,6 +44,19 @@ change_reports_password_sql() {
     printf "ALTER USER '%s'@'%s' IDENTIFIED BY '%s';\n" "$reports_account" "$1" "$2"
 }
 
+# Asks for the tables that the reports read: those of each counter that is there, but no staff and no registers.
+reports_tables_sql() {
+    cat <<'END'
+SELECT table_name FROM information_schema.tables WHERE table_schema = 'posdb' AND
+    table_name REGEXP '^tbl_(booking|waitlist|log|(counter|shift)[0-9]+)$';
+END
+}
+
+# The account may read these tables; the right to read all, which it had once, is taken away (HOSTS TABLE...).
 reports_grant_sql() {
-    printf "GRANT SELECT ON posdb.* TO '%s'@'%s';\n" "$reports_account" "$1"
+    local hosts=$1 table
+    for table in '*' "${@:2}"; do
+        printf "GRANT SELECT ON posdb.%s TO '%s'@'%s';\n" "$table" "$reports_account" "$hosts"
+    done
+    printf "REVOKE SELECT ON posdb.* FROM '%s'@'%s';\n" "$reports_account" "$hosts"
 }

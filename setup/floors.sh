@@ -6,9 +6,9 @@ readonly floors_of_src='look
 app
 plan records
 booking
-counter reports reportserver
+counter reports
 options
-schedule'
+schedule reportserver'
 
 # Prints every include that goes up, aside, or out of src, and fails when there is one.
 floors() {

@@ -5,15 +5,17 @@ readonly reports_program="$project/build/release/bin/tamsora_reports"
 
 # Starts the report server unless it runs, or was not built (FOLDER). To be called while setup.lock is held.
 ensure_reports() {
-    local folder=$1 password
+    local folder=$1 password tables
     if [[ ! -x $reports_program ]] || reports_pid "$folder" >/dev/null; then
         return
     fi
     password=$(random_password)
+    tables=$(reports_tables_sql | server_client "$folder")
     {
         create_reports_account_sql localhost "$password"
         change_reports_password_sql localhost "$password"
-        reports_grant_sql localhost
+        # shellcheck disable=SC2086 # a word for each table
+        reports_grant_sql localhost $tables
     } | server_client "$folder"
     write_reports_settings "$folder" "$password"
     # The port of the last time, so that what people have bookmarked still leads there; another when it is taken.

@@ -1,6 +1,7 @@
 #include "counter/ShiftActions.h"
 
 #include "app/Errors.h"
+#include "app/ReportAddress.h"
 #include "app/SqlText.h"
 #include "app/Staff.h"
 #include "app/Station.h"
@@ -110,8 +111,7 @@ void ShiftActions::show(const std::function<Receipt()> &describe)
 
 void ShiftActions::openReport()
 {
-    const QUrl address(sql(u"http://%1/report/counter.asp?counter=%2"_s, m_station.settings.webServer,
-                           int(m_station.settings.ThisCounter)));
+    const QUrl address(ReportAddress::ofCounter(m_station.settings, m_station.settings.ThisCounter));
     if (!QDesktopServices::openUrl(address))
         m_station.prompts.inform(u"This computer opens no web browser. The report stands at\n"_s + address.toString());
 }

@@ -11,9 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Lines of booked hours; goods may be called Field Number too.
-const QString isHour = u"c_item REGEXP '^Field Number [0-9]+ [0-9]{2}/[0-9]{2}/[0-9]{4} [0-9]{2}:[0-9]{2}$'"_s;
-
 EndedShift shiftOf(const DbRows &rows)
 {
     return {rows.number("sh_id"),         rows.text("sh_datetime"),
@@ -26,14 +23,12 @@ EndedShift shiftOf(const DbRows &rows)
 QString between(const QString &column, const QString &from, const QString &to)
 {
     const QString until = sql(u"%1 <= '%2'"_s, column, to);
-    return from.isEmpty() ? until : sql(u"%1 > '%2' AND %3"_s, column, from, until);
+    return from.isEmpty() ? until : sql(u"%1 > '%2' AND %3"_s, column, quoted(from), until);
 }
 
-std::vector<EndedShift> readShifts(Station &station, const QString &condition)
+std::vector<EndedShift> readShifts(DbConnection &connection, int counter, const QString &condition)
 {
-    DbConnection connection(station.database);
-    DbRows rows = connection.query(
-        sql(u"SELECT * FROM %1 %2"_s, counterTable(u"tbl_shift"_s, station.settings.ThisCounter), condition));
+    DbRows rows = connection.query(sql(u"SELECT * FROM %1 %2"_s, counterTable(u"tbl_shift"_s, counter), condition));
     std::vector<EndedShift> shifts;
     shifts.reserve(std::size_t(rows.size()));
     while (rows.next())
@@ -47,7 +42,7 @@ void readSales(DbConnection &connection, int counter, ShiftFigures &figures)
         sql(u"SELECT COUNT(DISTINCT c_transaction) AS transactions, SUM(IF(%1, c_itemquantity, 0)) AS hours, "
             "SUM(IF(%1, c_itemtotal, 0)) AS hoursTotal, SUM(IF(%1, 0, c_itemquantity)) AS pieces, "
             "SUM(IF(%1, 0, c_itemtotal)) AS goodsTotal FROM %2 WHERE %3"_s,
-            isHour, counterTable(u"tbl_counter"_s, counter), between(u"c_datetime"_s, figures.from, figures.to)));
+            isSlotLine(), counterTable(u"tbl_counter"_s, counter), between(u"c_datetime"_s, figures.from, figures.to)));
     if (!rows.next())
         return;
     figures.transactions = rows.number("transactions");
@@ -77,6 +72,16 @@ void readActivities(DbConnection &connection, int counter, ShiftFigures &figures
     }
 }
 
+// What the shift before this one left in the drawer.
+double floatBefore(DbConnection &connection, int counter, const EndedShift &shift)
+{
+    if (shift.lastEnded.isEmpty())
+        return 0;
+    DbRows rows = connection.query(sql(u"SELECT sh_float FROM %1 WHERE sh_datetime='%2' ORDER BY sh_id DESC"_s,
+                                       counterTable(u"tbl_shift"_s, counter), quoted(shift.lastEnded)));
+    return rows.next() ? rows.amount("sh_float") : 0;
+}
+
 } // namespace
 
 QString shortMoment(const QString &moment)
@@ -91,13 +96,30 @@ QString moneyText(double amount)
 
 std::vector<EndedShift> endedShifts(Station &station, int days)
 {
-    return readShifts(station, sql(u"WHERE sh_datetime >= '%1' ORDER BY sh_datetime DESC, sh_id DESC"_s,
-                                   sqlDateTime(station.now().addDays(-days))));
+    DbConnection connection(station.database);
+    return readShifts(connection, station.settings.ThisCounter,
+                      sql(u"WHERE sh_datetime >= '%1' ORDER BY sh_datetime DESC, sh_id DESC"_s,
+                          sqlDateTime(station.now().addDays(-days))));
+}
+
+std::vector<EndedShift> shiftsEndedWithin(DbConnection &connection, int counter, const QString &begin,
+                                          const QString &end)
+{
+    return readShifts(
+        connection, counter,
+        sql(u"WHERE sh_datetime >= '%1' AND sh_datetime < '%2' ORDER BY sh_datetime, sh_id"_s, begin, end));
 }
 
 std::optional<EndedShift> lastShift(Station &station)
 {
-    std::vector<EndedShift> shifts = readShifts(station, u"ORDER BY sh_datetime DESC, sh_id DESC LIMIT 1"_s);
+    DbConnection connection(station.database);
+    return lastShift(connection, station.settings.ThisCounter);
+}
+
+std::optional<EndedShift> lastShift(DbConnection &connection, int counter)
+{
+    std::vector<EndedShift> shifts =
+        readShifts(connection, counter, u"ORDER BY sh_datetime DESC, sh_id DESC LIMIT 1"_s);
     return shifts.empty() ? std::nullopt : std::optional(std::move(shifts.front()));
 }
 
@@ -109,18 +131,30 @@ double ShiftFigures::collected() const
 
 ShiftFigures shiftFigures(Station &station, const QString &from, const QString &to)
 {
+    DbConnection connection(station.database);
+    return shiftFigures(connection, station.settings.ThisCounter, from, to);
+}
+
+ShiftFigures shiftFigures(DbConnection &connection, int counter, const QString &from, const QString &to)
+{
     ShiftFigures figures;
     figures.from = from;
     figures.to = to;
-    DbConnection connection(station.database);
-    readSales(connection, station.settings.ThisCounter, figures);
-    readActivities(connection, station.settings.ThisCounter, figures);
+    readSales(connection, counter, figures);
+    readActivities(connection, counter, figures);
     return figures;
 }
 
 double moneyExpected(double cashFloat, const ShiftFigures &figures)
 {
     return roundedToCents(cashFloat + figures.sold() - figures.collected());
+}
+
+ShiftAccount accountOf(DbConnection &connection, int counter, EndedShift shift)
+{
+    const double cashFloat = floatBefore(connection, counter, shift);
+    ShiftFigures figures = shiftFigures(connection, counter, shift.lastEnded, shift.ended);
+    return {std::move(shift), cashFloat, std::move(figures)};
 }
 
 std::vector<StockMove> stockMoves(Station &station, const EndedShift &before, const EndedShift &after)
@@ -130,7 +164,8 @@ std::vector<StockMove> stockMoves(Station &station, const EndedShift &before, co
     for (int counter = 1; counter <= station.settings.CounterCount; ++counter) {
         DbRows rows = connection.query(
             sql(u"SELECT c_item, SUM(c_itemquantity) AS pieces FROM %1 WHERE %2 AND NOT %3 GROUP BY c_item"_s,
-                counterTable(u"tbl_counter"_s, counter), between(u"c_datetime"_s, before.ended, after.ended), isHour));
+                counterTable(u"tbl_counter"_s, counter), between(u"c_datetime"_s, before.ended, after.ended),
+                isSlotLine()));
         while (rows.next())
             sold[rows.text("c_item").toLower()] += rows.amount("pieces");
     }

@@ -4,6 +4,7 @@
 
 #include <optional>
 
+class DbConnection;
 struct Station;
 
 /// A row of the counter's tbl_shift: a shift that was ended. Moments are "yyyy-mm-dd hh:mm:ss".
@@ -30,6 +31,10 @@ QString moneyText(double amount);
 std::vector<EndedShift> endedShifts(Station &station, int days);
 /// The shift that ended last, nothing for a new counter. Throws DbError.
 std::optional<EndedShift> lastShift(Station &station);
+std::optional<EndedShift> lastShift(DbConnection &connection, int counter);
+/// Of any counter, the earliest first; those that ended from `begin` on and before `end`. Throws DbError.
+std::vector<EndedShift> shiftsEndedWithin(DbConnection &connection, int counter, const QString &begin,
+                                          const QString &end);
 
 /// What happened at this counter after one moment and up to another, by its tbl_counter and tbl_log.
 struct ShiftFigures
@@ -57,9 +62,24 @@ struct ShiftFigures
 };
 /// Throws DbError.
 ShiftFigures shiftFigures(Station &station, const QString &from, const QString &to);
+ShiftFigures shiftFigures(DbConnection &connection, int counter, const QString &from, const QString &to);
 
 /// The money that should be in the drawer: what was left in it, was sold and not collected.
 double moneyExpected(double cashFloat, const ShiftFigures &figures);
+
+/// An ended shift and what its drawer should have held.
+struct ShiftAccount
+{
+    EndedShift shift;
+    double floatBefore = 0; ///< what the shift before left in the drawer
+    ShiftFigures figures;
+
+    [[nodiscard]] double expected() const { return moneyExpected(floatBefore, figures); }
+    /// Below zero when money is missing.
+    [[nodiscard]] double difference() const { return shift.money - expected(); }
+};
+/// Throws DbError.
+ShiftAccount accountOf(DbConnection &connection, int counter, EndedShift shift);
 
 /// What became of the goods between the end of a shift and the end of the one before it. Throws DbError.
 std::vector<StockMove> stockMoves(Station &station, const EndedShift &before, const EndedShift &after);

@@ -53,17 +53,6 @@ Receipt slip(const Station &station, const QString &title, double total, const S
     return receipt;
 }
 
-// What the shift before this one left in the drawer.
-double floatBefore(Station &station, const EndedShift &shift)
-{
-    if (shift.lastEnded.isEmpty())
-        return 0;
-    DbConnection connection(station.database);
-    DbRows rows = connection.query(sql(u"SELECT sh_float FROM %1 WHERE sh_datetime='%2' ORDER BY sh_id DESC"_s,
-                                       counterTable(u"tbl_shift"_s, station.settings.ThisCounter), shift.lastEnded));
-    return rows.next() ? rows.amount("sh_float") : 0;
-}
-
 } // namespace
 
 Receipt interimSlip(Station &station)
@@ -78,14 +67,14 @@ Receipt interimSlip(Station &station)
 
 Receipt closingSlip(Station &station, const EndedShift &shift)
 {
-    const double cashFloat = floatBefore(station, shift);
-    const ShiftFigures figures = shiftFigures(station, shift.lastEnded, shift.ended);
+    DbConnection connection(station.database);
+    const ShiftAccount account = accountOf(connection, station.settings.ThisCounter, shift);
     SlipLines lines;
     const QString name = shift.name.left(1).toUpper() + shift.name.mid(1);
     lines.addWords(sql(u"%1 shift of %2, ended by %3"_s, name, shortMoment(shift.ended), shift.staff));
-    addFigures(lines, cashFloat, figures);
+    addFigures(lines, account.floatBefore, account.figures);
     lines.add(u"Counted in the drawer"_s, shift.money);
-    lines.add(u"Difference"_s, shift.money - moneyExpected(cashFloat, figures));
+    lines.add(u"Difference"_s, account.difference());
     lines.add(u"Float for the next shift"_s, shift.cashFloat);
     lines.addWords(u"The total is the money counted less that float."_s);
     return slip(station, u"SHIFT SLIP"_s, shift.sales, lines);

@@ -76,6 +76,11 @@ QString slotLineText(const SlotKey &slot)
                slot.day.left(4), slot.hourText);
 }
 
+QString isSlotLine()
+{
+    return u"c_item REGEXP '^Field Number [0-9]+ [0-9]{2}/[0-9]{2}/[0-9]{4} [0-9]{2}:[0-9]{2}$'"_s;
+}
+
 double roundedToCents(double amount)
 {
     return formatNumber(amount, u"#0.00"_s).toDouble();

@@ -31,6 +31,8 @@ QString reasonNotToCharge(const DayRow &row, const ChargeRefusals &texts);
 
 /// How a line names a slot: "Field Number 7 14/11/2026 20:00", the field from 1.
 QString slotLineText(const SlotKey &slot);
+/// The condition that a line (c_item of tbl_counter) names a slot; goods may be called Field Number too.
+QString isSlotLine();
 
 /// The amount as it is written on a line: to the cent, halves away from zero.
 double roundedToCents(double amount);

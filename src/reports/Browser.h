@@ -1,12 +1,12 @@
 #pragma once
 
+#include <QUrl>
 #include <QtPlugin>
 
 #include <functional>
 #include <memory>
 
 class QPrinter;
-class QUrl;
 class QWidget;
 
 /// A browser within a window. It stays on the host of the page that it is given, keeps nothing on disk, and hands links
@@ -20,8 +20,12 @@ public:
     virtual ~BrowserView() = default;
 
     [[nodiscard]] virtual QWidget *widget() = 0;
-    /// `ended` is called for each load, with whether the page came.
+    /// `ended` is called for each load, those of followed links too, with whether the page came.
     virtual void load(const QUrl &address, std::function<void(bool)> ended) = 0;
+    /// Of the page that was asked for last, by load() or a link.
+    [[nodiscard]] virtual QUrl address() const = 0;
+    /// What the shown page calls itself.
+    [[nodiscard]] virtual QString title() const = 0;
     /// The printer must live until `done` is called.
     virtual void print(QPrinter &printer, std::function<void(bool)> done) = 0;
 };
@@ -41,5 +45,5 @@ public:
     static BrowserPlugin *load();
 };
 
-#define BrowserPlugin_iid "tamsora.BrowserPlugin/1"
+#define BrowserPlugin_iid "tamsora.BrowserPlugin/2"
 Q_DECLARE_INTERFACE(BrowserPlugin, BrowserPlugin_iid)

@@ -1,9 +1,8 @@
 #include "reports/frm_Summary.h"
 
 #include "app/Errors.h"
+#include "app/ReportAddress.h"
 #include "look/WrappedLabel.h"
-#include "reports/Browser.h"
-#include "reports/ReportAddress.h"
 
 #include <QBoxLayout>
 #include <QDesktopServices>
@@ -36,6 +35,8 @@ frm_Summary::frm_Summary(Station &station, const QString &day, QWidget *parent)
 frm_Summary::frm_Summary(Station &station, const QString &title, const QUrl &address, QWidget *parent)
     : QDialog(parent),
       m_station(station),
+      m_firstAddress(address),
+      m_firstTitle(title),
       m_address(address),
       m_shown(new QStackedWidget),
       m_note(wrappedLabel(u"lbl_Note"_s, {}, 1.2))
@@ -103,10 +104,16 @@ void frm_Summary::showEvent(QShowEvent *event)
     tell(u"Asking the report server …"_s);
 }
 
+std::unique_ptr<BrowserView> frm_Summary::makeBrowser()
+{
+    BrowserPlugin *plugin = BrowserPlugin::load();
+    return plugin ? plugin->makeView(this) : nullptr;
+}
+
 void frm_Summary::openBrowser()
 {
-    if (BrowserPlugin *plugin = BrowserPlugin::load()) {
-        m_browser = plugin->makeView(this);
+    m_browser = makeBrowser();
+    if (m_browser) {
         QWidget *view = m_browser->widget();
         view->setObjectName(u"WebBrowser"_s);
         view->setAccessibleName(u"Report"_s);
@@ -141,6 +148,9 @@ void frm_Summary::openOutside()
 
 void frm_Summary::showResult(bool came)
 {
+    m_address = m_browser->address();
+    if (came)
+        setWindowTitle(m_address == m_firstAddress ? m_firstTitle : m_browser->title());
     m_retry->setVisible(!came);
     m_mail->setEnabled(came);
     m_print->setEnabled(came);
@@ -182,6 +192,7 @@ void frm_Summary::printed(bool isPrinted)
 void frm_Summary::mail()
 {
     m_mail->setEnabled(false);
+    m_mailSubject = windowTitle();
     std::packaged_task<FetchedPage()> task(
         [address = m_address.toString(QUrl::FullyEncoded)] { return fetchPage(address, fetchPatience); });
     m_fetched = task.get_future();
@@ -199,5 +210,5 @@ void frm_Summary::lookForPage()
     if (const auto *failure = std::get_if<FetchFailure>(&page))
         m_station.prompts.refuse(failure->words);
     else
-        Q_EMIT mailWanted(std::get<QByteArray>(page), windowTitle());
+        Q_EMIT mailWanted(std::get<QByteArray>(page), m_mailSubject);
 }

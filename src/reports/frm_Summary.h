@@ -1,17 +1,15 @@
 #pragma once
 
 #include "app/Station.h"
+#include "reports/Browser.h"
 #include "reports/PageFetch.h"
 
 #include <QDialog>
 #include <QTimer>
-#include <QUrl>
 
 #include <future>
 #include <memory>
 
-class BrowserPlugin;
-class BrowserView;
 class QLabel;
 class QPrinter;
 class QPushButton;
@@ -37,6 +35,8 @@ Q_SIGNALS:
 protected:
     /// The page is asked for when the window is first shown.
     void showEvent(QShowEvent *event) override;
+    /// Nothing when there is none.
+    [[nodiscard]] virtual std::unique_ptr<BrowserView> makeBrowser();
 
 private:
     void layOut();
@@ -53,7 +53,9 @@ private:
     void lookForPage();
 
     Station &m_station;
-    QUrl m_address;
+    const QUrl m_firstAddress;
+    const QString m_firstTitle;
+    QUrl m_address; ///< of the page that is shown, or did not come: links lead on from the first one
     QStackedWidget *m_shown;
     QLabel *m_note;
     QPushButton *m_retry = nullptr;
@@ -62,6 +64,7 @@ private:
     std::unique_ptr<QPrinter> m_printer; ///< while it prints
     std::unique_ptr<BrowserView> m_browser;
     std::future<FetchedPage> m_fetched; ///< for the mail
+    QString m_mailSubject;
     QTimer m_fetching;
     bool m_isLoaded = false;
 };

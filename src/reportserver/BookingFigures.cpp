@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-void BookedSum::add(const BookedHour &hour)
+void BookedSum::add(const ReportedHour &hour)
 {
     ++hours;
     paidHours += hour.isPaid() ? 1 : 0;
@@ -23,7 +23,7 @@ void BookedSum::add(const BookedHour &hour)
 BookedSum BookingFigures::sum() const
 {
     BookedSum all;
-    for (const BookedHour &hour : hours)
+    for (const ReportedHour &hour : hours)
         all.add(hour);
     return all;
 }
@@ -31,7 +31,7 @@ BookedSum BookingFigures::sum() const
 std::map<int, BookedSum> BookingFigures::sumByField() const
 {
     std::map<int, BookedSum> sums;
-    for (const BookedHour &hour : hours)
+    for (const ReportedHour &hour : hours)
         sums[hour.field].add(hour);
     return sums;
 }
@@ -40,7 +40,7 @@ std::map<int, int> BookingFigures::takenByField() const
 {
     std::set<std::tuple<int, QString, int>> taken;
     for (const auto *list : {&hours, &marks})
-        for (const BookedHour &hour : *list)
+        for (const ReportedHour &hour : *list)
             taken.emplace(hour.field, hour.day, hour.hour);
     std::map<int, int> counts;
     for (const auto &[field, day, hour] : taken)
@@ -69,7 +69,7 @@ BookingFigures readBookings(DbConnection &connection, const ReportPeriod &period
             period.firstSlotText(), period.lastSlotText()));
     while (rows.next()) {
         const QString slot = rows.text("b_datetime");
-        BookedHour hour{slot.left(10), slot.mid(11, 2).toInt(), rows.number("b_field"), rows.text("b_bookername")};
+        ReportedHour hour{slot.left(10), slot.mid(11, 2).toInt(), rows.number("b_field"), rows.text("b_bookername")};
         if (hour.booker == BookerMark::sharedBooking || hour.booker == BookerMark::partiallyShared) {
             figures.marks.push_back(std::move(hour));
             continue;
@@ -78,14 +78,14 @@ BookingFigures readBookings(DbConnection &connection, const ReportPeriod &period
         hour.telephone = rows.text("b_bookertel");
         hour.rateType = rows.text("b_specialrate");
         hour.extraMinutes = rows.number("b_extratime");
-        hour.paid = centsOf(rows.text("b_paid"));
+        hour.paid = toCents(rows.text("b_paid"));
         figures.hours.push_back(std::move(hour));
     }
-    const auto place = [hours](const BookedHour &hour) {
+    const auto place = [hours](const ReportedHour &hour) {
         return std::tuple(hour.day, placeInDay(hour.hour, hours), hour.field);
     };
     std::sort(figures.hours.begin(), figures.hours.end(),
-              [&](const BookedHour &one, const BookedHour &other) { return place(one) < place(other); });
+              [&](const ReportedHour &one, const ReportedHour &other) { return place(one) < place(other); });
     DbRows waiting = connection.query(sql(u"SELECT w_field, COUNT(*) AS entries FROM tbl_waitlist WHERE w_datetime "
                                           "BETWEEN '%1' AND '%2' GROUP BY w_field"_s,
                                           period.firstSlotText(), period.lastSlotText()));

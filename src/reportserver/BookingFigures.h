@@ -10,7 +10,7 @@
 class DbConnection;
 
 /// One booked hour; money in cents.
-struct BookedHour
+struct ReportedHour
 {
     QString day; ///< "yyyy-mm-dd" of the business day
     int hour = 0;
@@ -33,16 +33,16 @@ struct BookedSum
     int extraMinutes = 0;
     qint64 paid = 0; ///< in cents
 
-    void add(const BookedHour &hour);
+    void add(const ReportedHour &hour);
     [[nodiscard]] int unpaidHours() const { return hours - paidHours; }
 };
 
 /// What the booking tables hold of a period.
 struct BookingFigures
 {
-    std::vector<BookedHour> hours; ///< by day, then as the day runs, then by field
-    std::vector<BookedHour> marks; ///< ground that a booking of another field takes: day, hour and field alone
-    std::map<int, int> waiting;    ///< entries of the waiting list by field
+    std::vector<ReportedHour> hours; ///< by day, then as the day runs, then by field
+    std::vector<ReportedHour> marks; ///< ground that a booking of another field takes: day, hour and field alone
+    std::map<int, int> waiting;      ///< entries of the waiting list by field
 
     [[nodiscard]] BookedSum sum() const;
     /// Hours on which nobody else can be booked, by field: the booked ones, and those whose ground is taken.

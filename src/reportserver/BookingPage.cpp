@@ -21,7 +21,7 @@ QString percentText(int part, int whole)
     return QString::number(whole == 0 ? 0 : std::lround(100.0 * part / whole)) + u" %"_s;
 }
 
-bool isPlayed(const PageWork &work, const BookedHour &hour)
+bool isPlayed(const PageWork &work, const ReportedHour &hour)
 {
     return hoursUntil(work.now, hour.day, hourRangeText(hour.hour).left(5), work.settings.hours()) < 0;
 }
@@ -39,16 +39,16 @@ QString tiles(const PageWork &work, const BookingFigures &figures, const Takings
     for (const auto &[field, count] : figures.takenByField())
         taken += count;
     int owed = 0;
-    for (const BookedHour &hour : figures.hours)
+    for (const ReportedHour &hour : figures.hours)
         owed += !hour.isPaid() && isPlayed(work, hour) ? 1 : 0;
     return Html::tiles({{u"Hours booked"_s, QString::number(sum.hours),
                          sum.extraMinutes > 0 ? u"and %1 extra minutes"_s.arg(sum.extraMinutes) : QString()},
                         {u"Occupancy"_s, percentText(taken, open),
                          u"%1 of %2 hours, with shared ground"_s.arg(QString::number(taken), QString::number(open))},
-                        {u"Hours paid"_s, QString::number(sum.paidHours), u"worth "_s + moneyText(sum.paid)},
+                        {u"Hours paid"_s, QString::number(sum.paidHours), u"worth "_s + centsText(sum.paid)},
                         {u"Hours not paid"_s, QString::number(sum.unpaidHours()), u"%1 of them are played"_s.arg(owed)},
-                        {u"Taken at the counters"_s, moneyText(takings.all()),
-                         u"hours %1, goods %2"_s.arg(moneyText(takings.hours), moneyText(takings.goods))},
+                        {u"Taken at the counters"_s, centsText(takings.all()),
+                         u"hours %1, goods %2"_s.arg(centsText(takings.hours), centsText(takings.goods))},
                         {u"Waiting list"_s, QString::number(figures.allWaiting()), u"entries"_s}});
 }
 
@@ -73,7 +73,7 @@ QString fields(const PageWork &work, const BookingFigures &figures)
     for (const auto &[field, sum] : sums)
         table.rows.push_back({work.settings.fieldName(field), QString::number(sum.hours),
                               percentText(countOf(taken, field), openHours(work)), QString::number(sum.paidHours),
-                              QString::number(sum.unpaidHours()), moneyText(sum.paid),
+                              QString::number(sum.unpaidHours()), centsText(sum.paid),
                               QString::number(countOf(figures.waiting, field))});
     return Html::heading(u"Fields"_s) + Html::table(table);
 }
@@ -84,7 +84,7 @@ QString unpaid(const PageWork &work, const BookingFigures &figures)
     Html::Table table{{{u"Hour"_s}, {u"Field"_s}, {u"Booker"_s}, {u"Telephone"_s}, {u"Rate"_s}, {u"Played"_s}}};
     table.isWide = true;
     std::size_t count = 0;
-    for (const BookedHour &hour : figures.hours) {
+    for (const ReportedHour &hour : figures.hours) {
         if (hour.isPaid() || ++count > mostLines)
             continue;
         const QString when = hourRangeText(hour.hour);
@@ -109,12 +109,12 @@ QString bookingsOf(const BookingFigures &figures, int field)
                        {u"Extra time"_s},
                        {u"Paid"_s, true}}};
     table.isWide = true;
-    for (const BookedHour &hour : figures.hours)
+    for (const ReportedHour &hour : figures.hours)
         if (hour.field == field)
             table.rows.push_back({hourRangeText(hour.hour), hour.booker, hour.organisation, hour.telephone,
                                   RateType::inWords(hour.rateType),
                                   hour.extraMinutes > 0 ? u"%1 minutes"_s.arg(hour.extraMinutes) : QString(),
-                                  hour.isPaid() ? moneyText(hour.paid) : u"not paid"_s});
+                                  hour.isPaid() ? centsText(hour.paid) : u"not paid"_s});
     return Html::table(table);
 }
 
@@ -134,11 +134,10 @@ QByteArray bookingPage(const PageWork &work)
     const WorkingHours hours = work.settings.hours();
     const BookingFigures figures = readBookings(work.connection, work.period, hours);
     TillParts::ByCounter till;
-    std::vector<EndedShift> shifts;
+    std::map<int, std::vector<ShiftAccount>> shifts;
     for (const int counter : work.counters) {
         till[counter] = readTill(work.connection, counter, work.period, hours);
-        for (EndedShift &shift : readShifts(work.connection, counter, work.period, hours))
-            shifts.push_back(std::move(shift));
+        shifts[counter] = readShifts(work.connection, counter, work.period, hours);
     }
     QString content =
         tiles(work, figures, TillParts::sumOf(till)) +

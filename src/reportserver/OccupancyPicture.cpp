@@ -28,9 +28,9 @@ public:
     Picture(const BookingFigures &figures, const ReportPeriod &period, const ReportSettings &settings)
         : m_period(period), m_settings(settings), m_hours(hoursOfDay(settings.hours()))
     {
-        for (const BookedHour &mark : figures.marks)
+        for (const ReportedHour &mark : figures.marks)
             m_cells[{mark.field, mark.hour}].isGroundTaken = true;
-        for (const BookedHour &hour : figures.hours) {
+        for (const ReportedHour &hour : figures.hours) {
             Cell &cell = m_cells[{hour.field, hour.hour}];
             ++cell.booked;
             cell.paid += hour.isPaid() ? 1 : 0;

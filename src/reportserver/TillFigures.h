@@ -1,5 +1,6 @@
 #pragma once
 
+#include "counter/ShiftFigures.h"
 #include "reportserver/ReportPeriod.h"
 
 #include <QString>
@@ -32,7 +33,7 @@ struct SoldGoods
 };
 
 /// One sale with all its lines.
-struct Sale
+struct ReportedSale
 {
     int transaction = 0;
     QString moment; ///< "yyyy-mm-dd hh:mm:ss"
@@ -40,20 +41,6 @@ struct Sale
     qint64 total = 0; ///< in cents
     int receipt = 0;  ///< 0: none was printed
     QString staff;
-};
-
-/// An ended shift; money in cents.
-struct EndedShift
-{
-    int counter = 0;
-    QString begin; ///< end of the shift before; empty for the first one
-    QString end;
-    QString name; ///< "morning" or "evening"
-    QString staff;
-    qint64 counted = 0;      ///< cash in the drawer
-    qint64 floatLeft = 0;    ///< of it, left for the next shift
-    qint64 countedSales = 0; ///< as recorded: counted less the float
-    qint64 sold = 0;         ///< what the counter's lines of the shift add up to
 };
 
 /// What one counter's lines of a period add up to.
@@ -71,9 +58,10 @@ std::vector<int> readCounters(DbConnection &connection);
 
 /// All of them throw DbError.
 TillFigures readTill(DbConnection &connection, int counter, const ReportPeriod &period, WorkingHours hours);
-std::vector<Sale> readSales(DbConnection &connection, int counter, const ReportPeriod &period, WorkingHours hours);
-std::vector<EndedShift> readShifts(DbConnection &connection, int counter, const ReportPeriod &period,
-                                   WorkingHours hours);
+std::vector<ReportedSale> readSales(DbConnection &connection, int counter, const ReportPeriod &period,
+                                    WorkingHours hours);
+std::vector<ShiftAccount> readShifts(DbConnection &connection, int counter, const ReportPeriod &period,
+                                     WorkingHours hours);
 /// What has been sold since the counter's last shift ended, in cents, and that moment; empty before the first one.
 struct OpenShift
 {

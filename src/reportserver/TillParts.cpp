@@ -23,12 +23,12 @@ QString byCounter(const PageWork &work, const ByCounter &till)
     for (const auto &[counter, figures] : till) {
         const Takings sum = figures.sum();
         table.rows.push_back({{counterName(counter), counterPath(counter, work.period.kind, work.period.first)},
-                              moneyText(sum.hours),
-                              moneyText(sum.goods),
-                              moneyText(sum.all())});
+                              centsText(sum.hours),
+                              centsText(sum.goods),
+                              centsText(sum.all())});
     }
     const Takings all = sumOf(till);
-    table.sums = {u"All counters"_s, moneyText(all.hours), moneyText(all.goods), moneyText(all.all())};
+    table.sums = {u"All counters"_s, centsText(all.hours), centsText(all.goods), centsText(all.all())};
     table.whenEmpty = u"There is no counter yet."_s;
     return Html::table(table);
 }
@@ -67,9 +67,9 @@ std::vector<Html::Cell> rowByDay(const Html::Cell &first, const std::vector<qint
     std::vector<Html::Cell> row{first};
     if (byCounter.size() > 1)
         for (const qint64 amount : byCounter)
-            row.emplace_back(moneyText(amount));
+            row.emplace_back(centsText(amount));
     for (const qint64 amount : {takings.hours, takings.goods, takings.all()})
-        row.emplace_back(moneyText(amount));
+        row.emplace_back(centsText(amount));
     return row;
 }
 
@@ -145,30 +145,38 @@ QString goods(const ByCounter &till)
     Html::Table table{{{u"Goods"_s}, {u"Pieces"_s, true}, {u"Amount"_s, true}}};
     qint64 all = 0;
     for (const auto &[name, goods] : ordered) {
-        table.rows.push_back({name, plainNumber(goods.quantity), moneyText(goods.total)});
+        table.rows.push_back({name, plainNumber(goods.quantity), centsText(goods.total)});
         all += goods.total;
     }
-    table.sums = {u"All goods"_s, {}, moneyText(all)};
+    table.sums = {u"All goods"_s, {}, centsText(all)};
     table.whenEmpty = u"No goods were sold."_s;
     return Html::heading(u"Goods sold"_s) + Html::table(table);
 }
 
-QString shifts(const std::vector<EndedShift> &shifts)
+QString shifts(const std::map<int, std::vector<ShiftAccount>> &shifts)
 {
     Html::Table table{{{u"Counter"_s, true},
                        {u"Shift"_s},
                        {u"Ended"_s},
                        {u"Staff"_s},
+                       {u"Float before"_s, true},
+                       {u"Sold"_s, true},
+                       {u"Collected"_s, true},
+                       {u"Should be in the drawer"_s, true},
                        {u"Counted"_s, true},
-                       {u"Float"_s, true},
-                       {u"Counted less float"_s, true},
-                       {u"Sold in the shift"_s, true},
-                       {u"Difference"_s, true}}};
+                       {u"Difference"_s, true},
+                       {u"Float left"_s, true}}};
     table.isWide = true;
-    for (const EndedShift &shift : shifts)
-        table.rows.push_back({QString::number(shift.counter), shift.name, shift.end.left(16), shift.staff,
-                              moneyText(shift.counted), moneyText(shift.floatLeft), moneyText(shift.countedSales),
-                              moneyText(shift.sold), moneyText(shift.countedSales - shift.sold)});
+    for (const auto &[counter, accounts] : shifts)
+        for (const ShiftAccount &account : accounts) {
+            std::vector<Html::Cell> row{QString::number(counter), account.shift.name, account.shift.ended.left(16),
+                                        account.shift.staff};
+            for (const double amount :
+                 {account.floatBefore, account.figures.sold(), account.figures.collected(), account.expected(),
+                  account.shift.money, account.difference(), account.shift.cashFloat})
+                row.emplace_back(centsText(toCents(amount)));
+            table.rows.push_back(std::move(row));
+        }
     table.whenEmpty = u"No shift was ended."_s;
     return Html::heading(u"Ended shifts"_s) + Html::table(table);
 }

@@ -16,6 +16,7 @@ QString takings(const PageWork &work, const ByCounter &till);
 /// Nothing for a single day.
 QString takingsByDay(const PageWork &work, const ByCounter &till);
 QString goods(const ByCounter &till);
-QString shifts(const std::vector<EndedShift> &shifts);
+/// By counter.
+QString shifts(const std::map<int, std::vector<ShiftAccount>> &shifts);
 
 } // namespace TillParts

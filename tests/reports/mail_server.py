@@ -1,7 +1,7 @@
 """A mail server for tests (FOLDER, MODE, for tls CERTIFICATE and KEY): takes mails on a port of its own, which it prints,
 and takes each apart into FOLDER/N: who it went to, its subject and text, and its attached files.
-Modes: plain; login (anna, secret); tls (STARTTLS only); silent (says nothing after the first recipient). It refuses
-nobody@example.org, and senders and mails from refused@example.org."""
+Modes: plain; login (anna, secret); tls (STARTTLS only); silent (says nothing after the first recipient); mute
+(nothing after the mail). It refuses nobody@example.org, and senders and mails from refused@example.org."""
 
 import asyncio
 import email
@@ -15,11 +15,11 @@ from aiosmtpd.smtp import SMTP, AuthResult
 
 
 class Post:
-    def __init__(self, folder, silent):
-        self.folder, self.silent, self.count = pathlib.Path(folder), silent, 0
+    def __init__(self, folder, mode):
+        self.folder, self.mode, self.count = pathlib.Path(folder), mode, 0
 
     async def handle_RCPT(self, server, session, envelope, address, options):
-        if self.silent:
+        if self.mode == "silent":
             await asyncio.sleep(1000)
         if address == "nobody@example.org":
             return "550 Nobody of that name here"
@@ -27,6 +27,8 @@ class Post:
         return "250 OK"
 
     async def handle_DATA(self, server, session, envelope):
+        if self.mode == "mute":
+            await asyncio.sleep(1000)
         if envelope.mail_from == "refused@example.org":
             return "554 I do not like this mail"
         self.count += 1
@@ -58,7 +60,7 @@ async def serve(folder, mode, *files):
         context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
         context.load_cert_chain(*files)
         options = {"tls_context": context, "require_starttls": True}
-    post = Post(folder, mode == "silent")
+    post = Post(folder, mode)
     server = await asyncio.get_running_loop().create_server(
         lambda: SMTP(post, data_size_limit=None, hostname="localhost", **options), "127.0.0.1", 0)
     print(server.sockets[0].getsockname()[1], flush=True)

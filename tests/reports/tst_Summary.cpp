@@ -78,6 +78,47 @@ private:
     QByteArray m_asked;
 };
 
+/// A browser without pages: it is told where it has come to.
+class ToldBrowser : public BrowserView
+{
+public:
+    explicit ToldBrowser(QWidget *parent) : m_widget(new QWidget(parent)) {}
+    QWidget *widget() override { return m_widget; }
+    void load(const QUrl &address, std::function<void(bool)> ended) override
+    {
+        m_ended = std::move(ended);
+        loads << address.toString();
+        follow(address.toString(), true);
+    }
+    [[nodiscard]] QUrl address() const override { return m_address; }
+    [[nodiscard]] QString title() const override { return u"Title of "_s + m_address.query(); }
+    void print(QPrinter & /*printer*/, std::function<void(bool)> /*done*/) override {}
+
+    void follow(const QString &address, bool came)
+    {
+        m_address = QUrl(address);
+        m_ended(came);
+    }
+    QStringList loads;
+
+private:
+    QWidget *m_widget;
+    QUrl m_address;
+    std::function<void(bool)> m_ended;
+};
+
+struct WindowWithBrowser : frm_Summary
+{
+    using frm_Summary::frm_Summary;
+    std::unique_ptr<BrowserView> makeBrowser() override
+    {
+        auto made = std::make_unique<ToldBrowser>(this);
+        browser = made.get();
+        return made;
+    }
+    ToldBrowser *browser = nullptr;
+};
+
 QPushButton *button(const QWidget &window, const char *name)
 {
     return window.findChild<QPushButton *>(QString::fromLatin1(name));
@@ -125,6 +166,34 @@ private Q_SLOTS:
         QCOMPARE(mails.first().at(1).toString(), u"Counter 1"_s);
         QVERIFY(server.asked().startsWith("GET /report/x?counter=1 HTTP/1.0\r\nHost: " + server.host().toUtf8()));
         QVERIFY(button(window, "btn_Mail")->isEnabled());
+    }
+
+    // Links lead on from the page that was asked for first.
+    void keepsToTheShownPage()
+    {
+        SamePage server("HTTP/1.0 200 OK\r\n\r\nweek");
+        Counter counter;
+        counter.settings.webServer = server.host();
+        const QString first = u"http://%1/report/booking.asp?date=2026-11-14"_s.arg(server.host());
+        const QString week = first + u"&period=week"_s;
+        WindowWithBrowser window(counter, u"2026-11-14"_s);
+        window.show();
+        QTRY_VERIFY(window.browser);
+        QCOMPARE(window.windowTitle(), u"Booking Summary for 2026-11-14"_s);
+        window.browser->follow(week, true);
+        const QString title = window.windowTitle();
+        QCOMPARE(title, u"Title of date=2026-11-14&period=week"_s);
+        QSignalSpy mails(&window, &frm_Summary::mailWanted);
+        button(window, "btn_Mail")->click();
+        window.browser->follow(first, true);
+        QCOMPARE(window.windowTitle(), u"Booking Summary for 2026-11-14"_s);
+        QVERIFY(mails.wait());
+        QCOMPARE(mails.first().at(1).toString(), title);
+        QVERIFY(server.asked().contains("date=2026-11-14&period=week HTTP"));
+        window.browser->follow(week, false);
+        button(window, "btn_Retry")->click();
+        QCOMPARE(window.browser->loads, (QStringList{first, week}));
+        QVERIFY(!button(window, "btn_Retry")->isVisible());
     }
 
     void tellsWhenThereIsNothingToMail()

@@ -36,5 +36,9 @@ INSERT INTO tbl_counter2 (c_transaction, c_datetime, c_item, c_itemprice, c_item
     (1, '2026-11-14 11:00:00', 'Coffee', 1.80, 1, 1.80, 'bert'),
     (2, '2026-11-14 23:59:59', 'Field Number 9 14/11/2026 01:00', 33.33, 1, 33.33, 'bert');
 INSERT INTO tbl_shift1 (sh_datetime, sh_lastdatetime, sh_shift, sh_staff, sh_float, sh_totalmoney, sh_sales) VALUES
-    ('2026-11-14 16:00:00', '', 'morning', 'o''hara', 100, 1160, 1060),
-    ('2026-11-15 03:10:00', '2026-11-14 16:00:00', 'evening', 'anna', 100, 1330, 1230);
+    ('2026-11-14 16:00:00', '', 'morning', 'o''hara', 150, 1160, 1010),
+    ('2026-11-15 03:10:00', '2026-11-14 16:00:00', 'evening', 'anna', 80, 1130, 1050);
+INSERT INTO tbl_log (log_counter, log_datetime, log_staffname, log_do) VALUES
+    (1, '2026-11-14 16:00:00', 'anna', 'Cash Collected 1'), (1, '2026-11-14 16:00:01', 'anna', 'Cash Collected 200.5'),
+    (1, '2026-11-15 03:10:00', 'anna', 'Cash Collected 50'), (1, '2026-11-15 03:10:01', 'anna', 'Cash Collected 2'),
+    (2, '2026-11-14 18:00:00', 'bert', 'Cash Collected 4'), (1, '2026-11-14 18:00:00', 'anna', 'No Sale 8');

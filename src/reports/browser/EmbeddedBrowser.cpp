@@ -33,7 +33,12 @@ HomePage::HomePage(QWebEngineProfile &profile, const HostGuard &guard) : QWebEng
 
 bool HomePage::acceptNavigationRequest(const QUrl &address, NavigationType type, bool isMainFrame)
 {
-    if (m_guard.isHome(address) || address == QUrl(u"about:blank"_s))
+    if (m_guard.isHome(address)) {
+        if (isMainFrame)
+            m_asked = address;
+        return true;
+    }
+    if (address == QUrl(u"about:blank"_s))
         return true;
     static const QStringList opened{u"http"_s, u"https"_s, u"mailto"_s};
     if (isMainFrame && type == NavigationTypeLinkClicked && opened.contains(address.scheme()))

@@ -2,7 +2,6 @@
 
 #include "reports/Browser.h"
 
-#include <QUrl>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineUrlRequestInterceptor>
@@ -30,6 +29,9 @@ class HomePage : public QWebEnginePage
 public:
     HomePage(QWebEngineProfile &profile, const HostGuard &guard);
 
+    /// What was asked for last: the browser itself forgets a page that did not come.
+    [[nodiscard]] QUrl asked() const { return m_asked; }
+
 protected:
     bool acceptNavigationRequest(const QUrl &address, NavigationType type, bool isMainFrame) override;
     /// What wants a window of its own is shown in this one.
@@ -37,6 +39,7 @@ protected:
 
 private:
     const HostGuard &m_guard;
+    QUrl m_asked;
 };
 
 class EmbeddedBrowser : public QObject, public BrowserView
@@ -48,6 +51,8 @@ public:
 
     [[nodiscard]] QWidget *widget() override { return m_view.get(); }
     void load(const QUrl &address, std::function<void(bool)> ended) override;
+    [[nodiscard]] QUrl address() const override { return m_page.asked(); }
+    [[nodiscard]] QString title() const override { return m_page.title(); }
     void print(QPrinter &printer, std::function<void(bool)> done) override;
 
 private:

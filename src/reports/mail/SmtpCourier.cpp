@@ -207,10 +207,12 @@ void SmtpCourier::send(const MailSettings &settings, const QStringList &to, cons
 
 void SmtpCourier::cancel()
 {
-    if (isSending()) {
-        endTransfer();
-        m_events.failed(u"Sending was cancelled; the mail was not sent."_s);
-    }
+    if (!isSending())
+        return;
+    const bool isHandedOver = m_transfer->taken == m_transfer->text.size();
+    endTransfer();
+    m_events.failed(isHandedOver ? u"Sending was cancelled at its very end; the mail may have arrived all the same."_s
+                                 : u"Sending was cancelled; the mail was not sent."_s);
 }
 
 // From the timer's own slot, so it is deleted when that has returned.

@@ -1,4 +1,4 @@
-#include "reports/ReportAddress.h"
+#include "app/ReportAddress.h"
 
 using namespace Qt::StringLiterals;
 
