@@ -80,7 +80,8 @@ class Backup:
     def make_dump(self):
         """Writes the dump and gives the figures of the same moment: while nobody can write, both take their snapshots.
         The clipboards are left out of the locks, because a counter that waits to empty one would keep the dump waiting."""
-        tables = self.tables(DATABASE)
+        tables = [table for table in self.tables(DATABASE) if not is_clipboard(table)]
+        clipboards = [table for table in self.tables(DATABASE) if is_clipboard(table)]
         if not tables:
             raise Failed(f"There is nothing in {DATABASE}.")
 
@@ -89,13 +90,14 @@ class Backup:
                 self.work.rows("UNLOCK TABLES")
 
         say(f"Dumping {DATABASE} …")
-        self.work.rows("LOCK TABLES " + ", ".join(f"{DATABASE}.{name(table)} READ" for table in tables
-                                               if not is_clipboard(table)))
+        self.work.rows("LOCK TABLES " + ", ".join(f"{DATABASE}.{name(table)} READ" for table in tables))
         with self.open() as snapshot:
             snapshot.rows("START TRANSACTION WITH CONSISTENT SNAPSHOT")
-            self.dump(tables, go_on)
+            self.dump(["--single-transaction", DATABASE, *tables], go_on)
+            if clipboards:
+                self.dump(["--skip-lock-tables", "--no-data", DATABASE, *clipboards])
             say("Adding it up …")
-            found = self.figures(snapshot, DATABASE, tables)
+            found = self.figures(snapshot, DATABASE, tables + clipboards)
         self.work.rows("UNLOCK TABLES")
         return found
 
@@ -104,16 +106,14 @@ class Backup:
         return self.work.value("SELECT COUNT(*) FROM information_schema.TABLES "
                                f"WHERE TABLE_SCHEMA = '{DATABASE}' AND ENGINE <> 'InnoDB'") == "0"
 
-    def dump(self, tables, go_on):
-        """Dumps the tables, of the clipboards only their structure, and calls go_on() when it has its snapshot."""
-        command = [self.options.dump, f"--defaults-file={self.options.settings}", "--single-transaction",
-                   "--no-tablespaces", "--hex-blob", "--default-character-set=utf8mb4",
-                   *(f"--ignore-table-data={DATABASE}.{table}" for table in tables if is_clipboard(table)),
-                   DATABASE, *tables]
+    def dump(self, what, begun=None):
+        """A dump from its beginning, which calls begun() when it has its snapshot, or one behind what is dumped already."""
+        command = [self.options.dump, f"--defaults-file={self.options.settings}", "--no-tablespaces", "--hex-blob",
+                   "--default-character-set=utf8mb4", *what]
         with tempfile.TemporaryFile() as errors:
             dump = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=errors)
             try:
-                tail = self.write_part(dump.stdout, go_on)
+                tail = self.write_part(dump.stdout, begun)
                 code = dump.wait()
             finally:
                 dump.kill()
@@ -126,21 +126,22 @@ class Backup:
         if b"-- Dump completed" not in tail:
             raise Failed("The dump has no end.")
 
-    def write_part(self, dump, go_on):
-        """Writes the dump down to the disk, calls go_on() when the first table has come, and gives the dump's end."""
-        tail, waiting = b"", True
-        with open(os.open(self.part, os.O_WRONLY | os.O_CREAT | os.O_TRUNC, 0o600), "wb") as file:
+    def write_part(self, dump, begun):
+        """Writes a dump down to the disk, calls begun() when its first table has come, and gives its end."""
+        tail = b""
+        way = os.O_TRUNC if begun else os.O_APPEND
+        with open(os.open(self.part, os.O_WRONLY | os.O_CREAT | way, 0o600), "wb") as file:
             with gzip.GzipFile(self.name, "wb", 6, file) as packed:
                 while True:
-                    if waiting and not select.select([dump], [], [], PATIENCE)[0]:
+                    if begun and not select.select([dump], [], [], PATIENCE)[0]:
                         raise Failed("The dump does not begin; the counters are not kept waiting any longer.")
                     block = dump.read1(BLOCK)
                     if not block:
                         break
                     tail = tail[-200:] + block
-                    if waiting and b"-- Table structure" in tail:
-                        waiting = False
-                        go_on()
+                    if begun and b"-- Table structure" in tail:
+                        begun()
+                        begun = None
                     packed.write(block)
             file.flush()
             os.fsync(file.fileno())
