@@ -33,7 +33,7 @@ std::vector<qint64> kindsOfMoney(const std::vector<qint64> &notes)
     return kinds;
 }
 
-MoneyCount::MoneyCount(std::vector<qint64> kinds, QWidget *parent) : QWidget(parent)
+MoneyCount::MoneyCount(const std::vector<qint64> &kinds, QWidget *parent) : QWidget(parent)
 {
     setObjectName(u"MoneyCount"_s);
     auto *grid = new QGridLayout(this);

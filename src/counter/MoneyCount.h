@@ -14,7 +14,7 @@ class MoneyCount : public QWidget
 
 public:
     /// The kinds in cents.
-    explicit MoneyCount(std::vector<qint64> kinds, QWidget *parent = nullptr);
+    explicit MoneyCount(const std::vector<qint64> &kinds, QWidget *parent = nullptr);
 
 Q_SIGNALS:
     /// Their sum, as "345.5".

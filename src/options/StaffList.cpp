@@ -85,7 +85,9 @@ public:
         QString refusal;
         m_operation.run([&] {
             readRows();
-            refusal = change(*this);
+            refusal = isStillAdministrator()
+                          ? QString(change(*this))
+                          : sql(u"%1 is no administrator any more. Nothing was changed."_s, m_administrator);
             if (refusal.isEmpty())
                 logWithin(m_operation, m_station, m_administrator, log);
             return refusal.isEmpty();
@@ -117,6 +119,13 @@ public:
     Operation &operation() { return m_operation; }
 
 private:
+    // The options may stand open since before another administrator took the level away.
+    [[nodiscard]] bool isStillAdministrator() const
+    {
+        return std::any_of(m_rows.cbegin(), m_rows.cend(),
+                           [this](const Row &row) { return row.login == m_administrator && row.isAdmin; });
+    }
+
     void readRows()
     {
         m_rows.clear();

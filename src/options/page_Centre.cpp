@@ -176,8 +176,14 @@ bool page_Centre::save()
     SettingsDraft draft;
     settings.addTo(draft, m_loaded);
     m_plans->addTo(draft);
+    const std::size_t fieldsBefore = m_loaded.fields.size();
     if (!saveDraft(station(), administrator(), draft))
         return false;
+    for (std::size_t field = fieldsBefore; field < settings.fields.size(); ++field)
+        if (!readHotSpot(u"HotSpot"_s, int(field)))
+            told(
+                u"\"%1\" has no place on the plan yet, so nobody could choose it there: draw it under \"Plans\"."_s.arg(
+                    settings.fields[field].display));
     load();
     Q_EMIT restartNeeded();
     return true;

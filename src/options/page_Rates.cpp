@@ -279,13 +279,14 @@ void page_Rates::showState()
 std::optional<double> page_Rates::priceOf(const QString &text)
 {
     try {
-        if (const double price = typedPrice(text).toDouble(); price >= 0)
+        // A comma would stand between thousands: 11,5 is 115.
+        if (const double price = typedPrice(text).toDouble(); price >= 0 && !text.contains(u','))
             return price;
     } catch (const ConversionError &) {
         // told below, like a price below zero
     }
     station().prompts.refuse(text.isEmpty() ? u"Please enter a price first."_s
-                                            : sql(u"\"%1\" is no price of an hour."_s, text));
+                                            : sql(u"\"%1\" is no price of an hour. Write it with a point, such as 18.50."_s, text));
     m_price->setFocus();
     m_price->selectAll();
     return std::nullopt;

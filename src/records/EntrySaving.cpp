@@ -26,7 +26,9 @@ bool agreesTo(Station &station, const QStringList &doubts)
     return doubts.isEmpty() || station.prompts.confirm(doubts.join(u'\n') + u"\n\nSave it all the same?"_s, u"Save"_s);
 }
 
-Answer askWhose(Station &station, const Register &records, const QStringList &theirs, const QStringList &yours)
+/// `yours` has their values where nothing was entered.
+Answer askWhose(Station &station, const Register &records, const QStringList &before, const QStringList &theirs,
+                const QStringList &yours)
 {
     QString text = u"Somebody changed this %1 since you read it:\n"_s.arg(records.entry);
     for (std::size_t field = 0; field < records.fields.size(); ++field) {
@@ -34,6 +36,8 @@ Answer askWhose(Station &station, const Register &records, const QStringList &th
         const QString &your = yours[qsizetype(field)];
         if (their != your)
             text += u"\n%1: theirs \"%2\", yours \"%3\""_s.arg(records.fields[field].name, their, your);
+        else if (their != before[qsizetype(field)])
+            text += u"\n%1: \"%2\" now, and you left it alone"_s.arg(records.fields[field].name, their);
     }
     text += u"\n\nYes saves yours. No takes theirs and forgets yours. Cancel leaves all as it is."_s;
     return station.prompts.ask({text,
@@ -55,10 +59,13 @@ SavedEntry saveOver(Station &station, const Register &records, RegisterRow befor
                 u"Deleted meanwhile"_s);
             return anew ? SavedEntry{End::Saved, addRow(station, records, values).row} : SavedEntry{};
         }
-        values = withPresentHours(records, before.values, outcome.row.values, values);
+        for (qsizetype field = 0; field < values.size(); ++field)
+            if (values[field] == before.values[field])
+                values[field] = outcome.row.values[field];
         // Both may have entered the same.
-        const Answer answer =
-            outcome.row.values == values ? Answer::No : askWhose(station, records, outcome.row.values, values);
+        const Answer answer = outcome.row.values == values
+                                  ? Answer::No
+                                  : askWhose(station, records, before.values, outcome.row.values, values);
         if (answer == Answer::Cancel)
             return {};
         if (answer == Answer::No)

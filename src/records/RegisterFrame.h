@@ -16,18 +16,18 @@ class RegisterFrame
 public:
     RegisterFrame(QDialog &window, const Register &records, RegisterList &list, RegisterForm &form, KeptLine &kept);
 
-    QPushButton *previous;
-    QPushButton *next;
-    QPushButton *refresh;
-    QPushButton *update;
-    QPushButton *add;
-    QPushButton *remove;
-    QPushButton *importCsv;
-    QPushButton *exportCsv;
+    QPushButton *previous = nullptr;
+    QPushButton *next = nullptr;
+    QPushButton *refresh = nullptr;
+    QPushButton *update = nullptr;
+    QPushButton *add = nullptr;
+    QPushButton *remove = nullptr;
+    QPushButton *importCsv = nullptr;
+    QPushButton *exportCsv = nullptr;
     QPushButton *paste = nullptr; ///< not for items
-    QPushButton *close;
-    QLabel *heading;
-    QLabel *hint;
+    QPushButton *close = nullptr;
+    QLabel *heading = nullptr;
+    QLabel *hint = nullptr;
 
 private:
     QLayout *makeListSide(const QString &entry, RegisterList &list);

@@ -24,8 +24,12 @@ ClipboardLine::ClipboardLine()
     setObjectName(u"lbl_Clipboard"_s);
 }
 
-void ClipboardLine::showClipboard(const BookingClipboard &clipboard, const AppSettings &settings)
+void ClipboardLine::showClipboard(const BookingClipboard &clipboard, const AppSettings &settings, const QString &kept)
 {
+    if (!kept.isEmpty()) {
+        showText(u"For the next booking: "_s + kept);
+        return;
+    }
     if (clipboard.source() == ClipboardSource::Nothing) {
         showText(u"Nothing to paste"_s);
         return;

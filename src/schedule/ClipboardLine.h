@@ -9,5 +9,5 @@ class ClipboardLine : public ElidedLabel
 public:
     ClipboardLine();
 
-    void showClipboard(const BookingClipboard &clipboard, const AppSettings &settings);
+    void showClipboard(const BookingClipboard &clipboard, const AppSettings &settings, const QString &kept);
 };

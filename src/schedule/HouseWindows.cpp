@@ -28,6 +28,8 @@ void HouseWindows::openBeside(const QString &name, Arguments &&...arguments)
         if (!open) {
             open = new Window(m_station, std::forward<Arguments>(arguments)..., m_window);
             open->setAttribute(Qt::WA_DeleteOnClose);
+            connect(open, &RegisterWindow::customerKept, this, &HouseWindows::customerKept);
+            connect(open, &QDialog::finished, this, &HouseWindows::customerKept);
         }
         open->setVisible(true);
         open->raise();
@@ -55,6 +57,8 @@ void HouseWindows::openGroup(int group)
     guarded(m_station.prompts, ErrorCode::LoadingForm, [&] {
         auto *window = new frm_Members_Dynamic(m_station, group, m_window);
         window->setAttribute(Qt::WA_DeleteOnClose);
+        connect(window, &RegisterWindow::customerKept, this, &HouseWindows::customerKept);
+        connect(window, &QDialog::finished, this, &HouseWindows::customerKept);
         window->setVisible(true);
     });
 }

@@ -31,6 +31,8 @@ public:
     [[nodiscard]] bool closeAll();
 
 Q_SIGNALS:
+    /// A customer was kept for the next booking, or is not any more.
+    void customerKept();
     /// The catalogue or the stock may have changed.
     void itemsTouched();
 

@@ -154,6 +154,7 @@ void frm_Main::connectHouse()
     connect(m_house, &HouseBar::optionsWanted, windows, &HouseWindows::openOptions);
     connect(m_house, &HouseBar::summaryWanted, windows, [=, this] { windows->openSummary(m_booking->day()); });
     connect(m_shifts, &page_Shifts::mailWanted, windows, &HouseWindows::openMail);
+    connect(windows, &HouseWindows::customerKept, m_booking, &page_Booking::showClipboard);
     connect(windows, &HouseWindows::itemsTouched, m_counterPage, &page_Counter::RefreshStore);
     connect(m_house, &HouseBar::helpWanted, this, [this] { (new frm_Help(shownPage()->objectName(), this))->show(); });
 }

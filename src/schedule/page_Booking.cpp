@@ -113,6 +113,7 @@ void page_Booking::connectActions()
     connect(m_grid, &DayView::bookingWanted, m_actions, &SlotActions::book);
     connect(m_grid, &DayView::menuWanted, this, [this](QPoint position) { m_actions->menu()->popup(position); });
     connect(m_actions, &SlotActions::dayTouched, this, &page_Booking::afterOperation);
+    connect(m_actions, &SlotActions::dayTouched, this, &page_Booking::showClipboard);
     connect(m_actions, &SlotActions::waitingListTouched, this, &page_Booking::waitingListTouched);
     connect(m_actions, &SlotActions::paymentWanted, this, &page_Booking::paymentWanted);
     connect(m_actions, &SlotActions::invoiceWanted, this, &page_Booking::invoiceWanted);
@@ -293,7 +294,8 @@ void page_Booking::takeWaitingEntry(const QString &id)
 
 void page_Booking::showClipboard()
 {
-    m_clipboardLine->showClipboard(m_clipboard, m_station.settings);
+    const auto &kept = m_station.keptCustomer;
+    m_clipboardLine->showClipboard(m_clipboard, m_station.settings, kept ? kept->name : QString());
 }
 
 void page_Booking::addSpecialGroup(int group)

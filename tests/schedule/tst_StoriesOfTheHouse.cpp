@@ -95,7 +95,8 @@ private Q_SLOTS:
         script(logIn + court + u" | click btn_Membership"_s);
         chooseMember();
         script(u"see txt_MemberName Maria M. | type txt_MemberTel 888 | click btn_Update | click btn_MemberPaste | "
-               "click btn_Close | closed frm_Members | select 16:00 | click btn_Book | verify anna secret1 | "
+               "click btn_Close | closed frm_Members | see lbl_Clipboard For the next booking: Maria M. | select 16:00 "
+               "| click btn_Book | verify anna secret1 | "
                "see txt_BookerName Maria M. | see txt_BookerTel 888 | click cmd_OK | closed frm_Booker | "
                "grid 16:00 Maria M. | select 17:00 | click btn_Book | verify anna secret1"_s);
         script(u"see txt_BookerName  | click btn_LookMember"_s);
