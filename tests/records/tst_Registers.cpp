@@ -375,7 +375,7 @@ private Q_SLOTS:
             wrong lines          | members | Number,Name,Hours/,Bo,1/M7,,1/M8,Al,x/M9,Al/M10,Al,1,2 | 2 wrong: The number is missing.; 3 wrong: The name is missing.; 4 wrong: Hours must be a whole number, such as 12.; 5 wrong: This line has 2 cells, the first line 3.; 6 wrong: This line has 4 cells, the first line 3.
             twice in the file    | members | Number,Name/M7,Bo/m7 ,Al             | 2 add; 3 wrong: Line 2 has the same number.
             open quote           | members | Number,Name/M7,5" Bo/M8,"Al/M9,Ed/    | The quote opened in line 3 is never closed, so nobody can tell where that line ends.
-            open in a long line  | members | Number,Name,Telephone/M7,"5/6","Al/M9 | The quote opened in line 3 is never closed, so nobody can tell where that line ends.
+            behind a long line   | members | Number,Name/M7,"5/6"/M"8,"Al/M9       | The quote opened in line 4 is never closed, so nobody can tell where that line ends.
             behind a quote       | members | Number,Name/M7,"5" Bo/M8,Al           | 2 wrong: Something stands behind a closing quote in this line.; 3 add
             backslash            | members | Number,Name/M7,B\o                   | 2 wrong: Name must not hold a backslash (\).
             no heading           | members | M7,Bo                                | The first line must name the columns, at least "Number" and "Name".
