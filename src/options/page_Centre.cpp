@@ -181,7 +181,7 @@ bool page_Centre::save()
         return false;
     for (std::size_t field = fieldsBefore; field < settings.fields.size(); ++field)
         if (!readHotSpot(u"HotSpot"_s, int(field)))
-            told(
+            station().prompts.inform(
                 u"\"%1\" has no place on the plan yet, so nobody could choose it there: draw it under \"Plans\"."_s.arg(
                     settings.fields[field].display));
     load();

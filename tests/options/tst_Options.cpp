@@ -316,7 +316,9 @@ private Q_SLOTS:
 
     void changesTheCentre()
     {
-        Options options(m_server, 1);
+        Options options(m_server, 1,
+                        {u"inform: \"Hall\" has no place on the plan yet, so nobody could choose it there: draw it "
+                         "under \"Plans\"."_s});
         QVERIFY(!options.canSave());
         options.press(u"btn_AddField"_s);
         options.nameField(4, 0, u"H"_s);

@@ -173,7 +173,7 @@ private Q_SLOTS:
     void rates()
     {
         TestStation station(m_server,
-                            {u"refuse: \"5x\" is no price of an hour."_s,
+                            {u"refuse: \"5x\" is no price of an hour. Write it with a point, such as 18.50."_s,
                              u"choose: The prices of Field 1, normal rate, are not saved. Save them? [Rates] "
                              "(question: yes no CANCEL) -> cancel"_s,
                              u"choose: The prices of Field 1, normal rate, are not saved. Save them? [Rates] "

@@ -81,7 +81,7 @@ private Q_SLOTS:
             demoted themselves   |  | level boss staff        | staff: boss is staff now
             nothing new          |  | level mara staff        | mara is staff already.
             the last who can log in | DELETE FROM tbl_staff WHERE st_login='chief' | level boss staff | boss is the only administrator who can log in.
-            the last, who stays  | UPDATE tbl_staff SET st_access=2 WHERE st_login='boss' | remove chief | chief is the only administrator who can log in.
+            nobody any more      | UPDATE tbl_staff SET st_access=2 WHERE st_login='boss' | remove mara | boss is no administrator any more. Nothing was changed.
             one who cannot log in | DELETE FROM tbl_staff WHERE st_login='chief' | remove O'Neil | staff: removed O'Neil
             removed              |  | remove mara             | staff: removed mara
             oneself              |  | remove boss             | Nobody can remove themselves.

@@ -237,6 +237,7 @@ private Q_SLOTS:
             yours                 | m_tel='33'           | Telephone=99 | yes    | saved  | M2, Joan Otter, 4, Rovers, 99
             yours, and a sale     | m_tel='33', m_hour=6 | Telephone=99 | yes    | saved  | M2, Joan Otter, 6, Rovers, 99
             theirs                | m_tel='33'           | Telephone=99 | no     | theirs | M2, Joan Otter, 4, Rovers, 33
+            each their own        | m_name='Joan Ek'     | Telephone=99 | yes    | saved  | M2, Joan Ek, 4, Rovers, 99
             another of its fields | m_name='Joan Ek'     | Telephone=99 | cancel | kept   | M2, Joan Ek, 4, Rovers, 22
             only the case         | m_name='JOAN OTTER'  | Telephone=99 | no     | theirs | M2, JOAN OTTER, 4, Rovers, 22
             the same by both      | m_tel='99'           | Telephone=99 |        | theirs | M2, Joan Otter, 4, Rovers, 99
@@ -253,10 +254,14 @@ private Q_SLOTS:
         m_server.exec(u"UPDATE tbl_member SET %1 WHERE m_idno='M2'"_s.arg(others));
         const RegisterRow theirs = rowOf(counter, records, u"M2"_s);
         QString told;
-        for (qsizetype field = 0; field < mine.size(); ++field)
-            if (mine[field] != theirs.values[field] && (field != 2 || mine[field] != before.values[field]))
-                told += u"\n%1: theirs \"%2\", yours \"%3\""_s.arg(records.fields[std::size_t(field)].name,
-                                                                   theirs.values[field], mine[field]);
+        for (qsizetype field = 0; field < mine.size(); ++field) {
+            const QString &name = records.fields[std::size_t(field)].name;
+            const QString &their = theirs.values[field];
+            if (mine[field] != before.values[field] && mine[field] != their)
+                told += u"\n%1: theirs \"%2\", yours \"%3\""_s.arg(name, their, mine[field]);
+            else if (their != before.values[field])
+                told += u"\n%1: \"%2\" now, and you left it alone"_s.arg(name, their);
+        }
         if (!answer.isEmpty())
             counter.person.expect({u"choose: Somebody changed this member since you read it:\n"_s + told +
                                    u"\n\nYes saves yours. No takes theirs and forgets yours. Cancel leaves all as it "

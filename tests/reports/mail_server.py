@@ -1,7 +1,6 @@
 """A mail server for tests (FOLDER, MODE, for tls CERTIFICATE and KEY): takes mails on a port of its own, which it prints,
 and takes each apart into FOLDER/N: who it went to, its subject and text, and its attached files.
-Modes: plain; login (anna, secret); tls (STARTTLS only); silent (says nothing after the first recipient); mute
-(nothing after the mail). It refuses nobody@example.org, and senders and mails from refused@example.org."""
+Modes: plain; login (anna, secret); tls (STARTTLS only); silent (says nothing after the first recipient). It refuses nobody@example.org, and senders and mails from refused@example.org."""
 
 import asyncio
 import email
@@ -27,8 +26,6 @@ class Post:
         return "250 OK"
 
     async def handle_DATA(self, server, session, envelope):
-        if self.mode == "mute":
-            await asyncio.sleep(1000)
         if envelope.mail_from == "refused@example.org":
             return "554 I do not like this mail"
         self.count += 1

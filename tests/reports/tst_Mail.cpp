@@ -292,21 +292,6 @@ private Q_SLOTS:
                  QStringList{u"1|anna|mail sent to oneil@example.org: It's C:/"_s});
     }
 
-    // When the server has the whole mail nobody can say that it was not sent.
-    void cancelledAtTheEnd()
-    {
-        const MailServer server(u"mute"_s);
-        MailMessage message{server.settings.from, {recipient}, u"Late"_s, u"text"_s, {}};
-        MailSender sender;
-        QSignalSpy failures(&sender, &MailSender::failed);
-        QSignalSpy progress(&sender, &MailSender::progressed);
-        sender.send(server.settings, message.to, mailText(message, QDateTime::currentDateTime()));
-        QVERIFY(progress.wait(20'000));
-        sender.cancel();
-        QCOMPARE(failures.size(), 1);
-        QVERIFY(failures.first().first().toString().contains(u"may have arrived"_s));
-    }
-
     void windowStaysAlive()
     {
         const MailServer server(u"silent"_s);
