@@ -23,6 +23,6 @@ void WriteActivityLog(Station &station, const QString &staffName, const QString 
 
 void logWithin(Operation &operation, const Station &station, const QString &staffName, const QString &action)
 {
-    operation.insertProof(activityLogStatement(station, literal(staffName), literal(action)), u"tbl_log"_s,
-                          u"log_id"_s, sql(u"log_do='%1'"_s, literal(action)));
+    operation.insertProof(activityLogStatement(station, literal(staffName), literal(action)), u"tbl_log"_s, u"log_id"_s,
+                          sql(u"log_do='%1'"_s, literal(action)));
 }

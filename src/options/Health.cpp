@@ -42,8 +42,9 @@ HealthLine versionLine(const QString &version)
     const auto match = number.match(version);
     const int release = match.captured(1).toInt() * 1000 + match.captured(2).toInt();
     const bool isMariaDb = version.contains(u"MariaDB"_s, Qt::CaseInsensitive);
-    return lineOf(stateOf(release >= (isMariaDb ? 10011 : 8000)), u"Server version"_s, version,
-                  u"Tamsora is made for MariaDB 10.11 or MySQL 8 or a newer one: have the server brought up to date."_s);
+    return lineOf(
+        stateOf(release >= (isMariaDb ? 10011 : 8000)), u"Server version"_s, version,
+        u"Tamsora is made for MariaDB 10.11 or MySQL 8 or a newer one: have the server brought up to date."_s);
 }
 
 HealthLine flushLine(const QString &value)

@@ -285,8 +285,9 @@ std::optional<double> page_Rates::priceOf(const QString &text)
     } catch (const ConversionError &) {
         // told below, like a price below zero
     }
-    station().prompts.refuse(text.isEmpty() ? u"Please enter a price first."_s
-                                            : sql(u"\"%1\" is no price of an hour. Write it with a point, such as 18.50."_s, text));
+    station().prompts.refuse(
+        text.isEmpty() ? u"Please enter a price first."_s
+                       : sql(u"\"%1\" is no price of an hour. Write it with a point, such as 18.50."_s, text));
     m_price->setFocus();
     m_price->selectAll();
     return std::nullopt;
