@@ -41,7 +41,7 @@ private:
     MailSender *m_sender;
     QProgressBar *m_progress;
     QLabel *m_error;
-    QPushButton *m_send;
-    QPushButton *m_cancel;
+    QPushButton *m_send = nullptr;
+    QPushButton *m_cancel = nullptr;
     QString m_logged; ///< what the activity log will say of the mail that is being sent
 };
